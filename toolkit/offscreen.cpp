@@ -1,0 +1,86 @@
+#include "toolkit/offscreen.h"
+
+#include "toolkit/pixels.h"
+#include "toolkit/widgetbackground.h"
+
+#include <QPaintEngine>
+#include <QPainter>
+#include <QWidget>
+
+#include <utility>
+
+namespace skinwidgets
+{
+
+namespace
+{
+
+// Repaints mostly come in the size of the last one, so its memory is kept; larger pictures than this are let go.
+constexpr qsizetype largestKeptPicture = qsizetype(8) * 1024 * 1024;
+
+QImage& keptPicture()
+{
+    static QImage picture;
+    return picture;
+}
+
+QImage takePicture(const QSize& size)
+{
+    QImage picture = std::exchange(keptPicture(), QImage());
+    if (picture.size() != size)
+        picture = QImage(size, QImage::Format_ARGB32);
+    return picture;
+}
+
+void keepPicture(QImage picture)
+{
+    if (picture.sizeInBytes() <= largestKeptPicture)
+        keptPicture() = std::move(picture);
+}
+
+bool deviceHasAlpha(const QPainter& painter)
+{
+    const QPaintDevice* device = painter.paintEngine()->paintDevice();
+    if (device->devType() == QInternal::Image)
+        return static_cast<const QImage*>(device)->hasAlphaChannel();
+    return device->devType() != QInternal::Pixmap || static_cast<const QPixmap*>(device)->hasAlphaChannel();
+}
+
+} // namespace
+
+void copyToWidget(QPainter& painter, const QWidget* widget, const QPoint& at, const QImage& picture)
+{
+    if (widget->window()->testAttribute(Qt::WA_TranslucentBackground)) {
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.drawImage(at, picture);
+        return;
+    }
+    if (deviceHasAlpha(painter)) {
+        // A target that keeps alpha would take the free alpha byte for its own.
+        painter.drawImage(at, withoutAlpha(picture).convertToFormat(QImage::Format_ARGB32));
+        return;
+    }
+    painter.drawImage(at, withoutAlpha(picture));
+}
+
+void paintThroughPixmap(QWidget* widget, const QRegion& region, Prepared prepared, const DrawArea& draw)
+{
+    if (region.isEmpty())
+        return;
+    QPainter painter(widget);
+    for (const QRect& area : region) {
+        QImage picture = takePicture(area.size());
+        if (prepared == Prepared::FromBackground)
+            fillFromBackground(picture, widget, area.topLeft());
+        else
+            picture.fill(0);
+        QPixmap pixmap = pixmapFromStraight(std::move(picture));
+        draw(pixmap, area);
+        QImage drawn = pixmap.toImage();
+        pixmap = QPixmap();
+        copyToWidget(painter, widget, area.topLeft(), toStraight(drawn));
+        keepPicture(std::move(drawn));
+    }
+}
+
+} // namespace skinwidgets

@@ -1,0 +1,34 @@
+#ifndef SKINWIDGETS_TOOLKIT_OFFSCREEN_H
+#define SKINWIDGETS_TOOLKIT_OFFSCREEN_H
+
+#include "toolkit/export.h"
+
+#include <QPixmap>
+#include <QRegion>
+
+#include <functional>
+
+class QPainter;
+class QWidget;
+
+namespace skinwidgets
+{
+
+// What an off-screen pixmap holds before a widget draws into it.
+enum class Prepared { FromBackground, Blank };
+
+// Draws into a pixmap that stands for an area of the widget: its pixel (0, 0) is the area's top-left corner.
+using DrawArea = std::function<void(QPixmap& target, const QRect& area)>;
+
+// Inside the widget's paint event: for each rectangle of the region, in the region's order, prepares a 32-bit pixmap of
+// its size, lets draw fill it and copies it to the widget. An empty region paints nothing.
+SKINWIDGETS_EXPORT void paintThroughPixmap(QWidget* widget, const QRegion& region, Prepared prepared,
+                                           const DrawArea& draw);
+
+// Copies straight 32-bit pixels to the screen: the colours alone in an opaque window, and with their alpha in a window
+// with a translucent background, where they let through what is behind it.
+SKINWIDGETS_EXPORT void copyToWidget(QPainter& painter, const QWidget* widget, const QPoint& at, const QImage& picture);
+
+} // namespace skinwidgets
+
+#endif
