@@ -1,0 +1,39 @@
+#ifndef SKINWIDGETS_SKINBASE_SKINBUTTON_H
+#define SKINWIDGETS_SKINBASE_SKINBUTTON_H
+
+#include <QImage>
+#include <QString>
+
+// What a skin button shows. The values 0 to 3 are also the index of the state picture in the button's strip.
+enum SkinButtonState {
+    Normal = 0,
+    Pressed = 1,
+    // Shown as Normal while the panel does not have the keyboard focus.
+    Focus = 2,
+    Disabled = 3,
+    // Not drawn at all.
+    Hidden = 4
+};
+
+// One button of a skin panel, owned by the panel.
+struct SkinButton {
+    SkinButtonState state = Normal;
+    QString name;
+    // The whole strip as loaded; the state pictures are cut from it again at every change of background or alpha.
+    QImage image;
+    QImage stateImage[4];
+    // 32 bits deep, as large as state picture 0, white with alpha 0. Free for subclasses.
+    QImage workImage;
+    // The pixel value by which the mask picture gives places to this button, alpha byte included.
+    unsigned int mask = 0;
+    // Top-left corner in widget coordinates.
+    int xpos = -1;
+    int ypos = -1;
+    // Free for subclasses.
+    bool spare = false;
+
+    // Where the button is drawn, in widget coordinates.
+    QRect rect() const { return {QPoint(xpos, ypos), stateImage[0].size()}; }
+};
+
+#endif
