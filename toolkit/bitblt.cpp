@@ -2,8 +2,11 @@
 #include "toolkit/pixels.h"
 #include "toolkit/toolkit.h"
 
+#include <QPaintEngine>
 #include <QPainter>
 #include <QWidget>
+
+#include <cstring>
 
 namespace
 {
@@ -28,30 +31,72 @@ struct Copy {
     }
 };
 
-void copyPixels(QPaintDevice* device, const QPoint& to, const QImage& source, const QRect& from, bool keepAlpha)
+void copyLine(QRgb* to, const QRgb* from, int count, bool keepAlpha)
 {
-    QPainter painter(device);
+    if (keepAlpha) {
+        std::memcpy(to, from, sizeof(QRgb) * static_cast<size_t>(count));
+        return;
+    }
+    for (int x = 0; x < count; ++x)
+        to[x] = from[x] | 0xff000000U;
+}
+
+bool is32Bits(const QImage& image)
+{
+    return image.format() == QImage::Format_ARGB32 || image.format() == QImage::Format_RGB32;
+}
+
+// Not through a painter: it takes a short cut for single pixels that loses the colours of transparent ones.
+void copyLines(QImage& target, const QPoint& to, const QImage& source, const QRect& from)
+{
+    const bool keepAlpha = target.hasAlphaChannel() && source.hasAlphaChannel();
+    for (int y = 0; y < from.height(); ++y) {
+        copyLine(reinterpret_cast<QRgb*>(target.scanLine(to.y() + y)) + to.x(),
+                 reinterpret_cast<const QRgb*>(source.constScanLine(from.top() + y)) + from.left(), from.width(),
+                 keepAlpha);
+    }
+}
+
+void copyThroughPainter(QPainter& painter, const QPoint& to, const QImage& source, const QRect& from)
+{
+    painter.save();
+    painter.resetTransform();
     painter.setCompositionMode(QPainter::CompositionMode_Source);
+    const bool keepAlpha = painter.device()->devType() == QInternal::Pixmap &&
+                           static_cast<const QPixmap*>(painter.device())->hasAlphaChannel();
     painter.drawImage(to, keepAlpha ? source : withoutAlpha(source), from);
+    painter.restore();
 }
 
-void copyToImage(QImage* target, const QPoint& to, const QImage& source, const QRect& from)
+void copyToImage(QImage& target, const QPoint& to, const QImage& source, const QRect& from)
 {
-    if (target->isNull())
+    if (target.isNull())
         return;
-    if (target->hasAlphaChannel() && target->format() != QImage::Format_ARGB32)
-        *target = toStraight(*target);
-    copyPixels(target, to, source, from, target->hasAlphaChannel());
+    if (target.hasAlphaChannel())
+        target.convertTo(QImage::Format_ARGB32);
+    if (!is32Bits(target)) {
+        QPainter painter(&target);
+        copyThroughPainter(painter, to, source, from);
+    } else if (is32Bits(source)) {
+        copyLines(target, to, source, from);
+    } else {
+        copyLines(target, to, toStraight(source.copy(from)), QRect(QPoint(), from.size()));
+    }
 }
 
-void copyToPixmap(QPixmap* target, const QPoint& to, const QImage& source, const QRect& from)
+void copyToPixmap(QPixmap& target, const QPoint& to, const QImage& source, const QRect& from)
 {
-    if (target->isNull())
+    if (target.isNull())
         return;
-    const bool keepAlpha = target->hasAlphaChannel();
-    if (keepAlpha)
-        *target = toStraight(*target);
-    copyPixels(target, to, source, from, keepAlpha);
+    if (target.paintingActive()) {
+        copyThroughPainter(*target.paintEngine()->painter(), to, source, from);
+        return;
+    }
+    QImage image = target.toImage();
+    // Let go of the pixels, so that they are written in place.
+    target = QPixmap();
+    copyToImage(image, to, source, from);
+    target = pixmapFromStraight(std::move(image));
 }
 
 QImage imageOf(const QPaintDevice* device)
@@ -65,7 +110,8 @@ QImage imageOf(const QPaintDevice* device)
     return {};
 }
 
-void copyTo(QPaintDevice* target, const QPoint& to, const QImage& source, const QRect& from)
+// The source comes by value: it may be the target itself, which is then written into a copy.
+void copyTo(QPaintDevice* target, const QPoint& to, QImage source, const QRect& from)
 {
     if (!target || source.isNull())
         return;
@@ -74,10 +120,10 @@ void copyTo(QPaintDevice* target, const QPoint& to, const QImage& source, const 
         return;
     switch (target->devType()) {
     case QInternal::Image:
-        copyToImage(static_cast<QImage*>(target), copy.to, source, copy.from);
+        copyToImage(*static_cast<QImage*>(target), copy.to, source, copy.from);
         break;
     case QInternal::Pixmap:
-        copyToPixmap(static_cast<QPixmap*>(target), copy.to, source, copy.from);
+        copyToPixmap(*static_cast<QPixmap*>(target), copy.to, source, copy.from);
         break;
     case QInternal::Widget: {
         QPainter painter(target);
