@@ -3,7 +3,7 @@
 import functools
 
 import picture
-from night import buttons, geometry, panel
+from night import buttons, figures, geometry, panel, sliders
 
 
 class Entry:
@@ -20,6 +20,7 @@ class Entry:
 def entries():
     found = {}
     found.update(player_panel())
+    found.update(sliders_and_time())
     return found
 
 
@@ -33,7 +34,24 @@ def player_panel():
         "pics/night/player_bg.png": Entry(panel.background, pixels=player_background),
         "pics/night/player_mask.png": Entry(
             pixels=lambda: panel.mask("Player", geometry.SCREEN, geometry.BODY, 2)),
+        "pics/night/volume_bg.png": Entry(pixels=volume_background),
+        "pics/night/volume_mask.png": Entry(
+            pixels=lambda: panel.mask("Volume", (geometry.VOLUME_BED.width, geometry.VOLUME_BED.height),
+                                      geometry.BODY, 2)),
     }
     for name in geometry.BODY:
         found[f"pics/night/{name}.png"] = Entry(functools.partial(buttons.button_strip, name), alpha=True)
     return found
+
+
+def volume_background():
+    bed = geometry.VOLUME_BED
+    return player_background().crop(bed.x, bed.y, bed.width, bed.height)
+
+
+def sliders_and_time():
+    drawings = {"seek_back": sliders.seek_back, "seek_bar": sliders.seek_bar, "volume_back": sliders.volume_back,
+                "volume_bar": sliders.volume_bar, "numbers": figures.number_strip, "colon": figures.colon}
+    for kind in sliders.MARKERS:
+        drawings[f"marker_{kind}"] = functools.partial(sliders.marker, kind)
+    return {f"pics/night/{name}.png": Entry(drawing, alpha=True) for name, drawing in drawings.items()}

@@ -95,7 +95,9 @@ def signs(name, cx, cy):
         return rectangle(cx - 10, cy - 12, 7, 24) + rectangle(cx + 3, cy - 12, 7, 24), cy - 12, cy + 12
     if name == "stop":
         return rectangle(cx - 7, cy - 7, 14, 14), cy - 7, cy + 7
-    return folder(cx, cy), cy - 8, cy + 8
+    if name == "open":
+        return folder(cx, cy), cy - 8, cy + 8
+    return speaker(cx, cy) + (waves(cx, cy) if name == "mute_off" else cross(cx, cy)), cy - 7, cy + 7
 
 
 def folder(cx, cy):
@@ -103,6 +105,22 @@ def folder(cx, cy):
     back = (f"M{cx - 11} {cy + 5}V{cy - 6}a2 2 0 0 1 2 -2h5l3 3h7a2 2 0 0 1 2 2v1h-14a3 3 0 0 0 -2.8 1.9z")
     flap = f"M{cx - 5.6} {cy - 1}h17.6l-3.4 8a1.6 1.6 0 0 1 -1.5 1h-16z"
     return back + flap
+
+
+def speaker(cx, cy):
+    return f"M{cx - 10} {cy - 3}h4l5 -5v16l-5 -5h-4z"
+
+
+def waves(cx, cy):
+    """Two arcs, each an outline of its own, since signs are filled."""
+    near = f"M{cx + 1.5} {cy - 4}a5 5 0 0 1 0 8l1.3 1.6a7 7 0 0 0 0 -11.2z"
+    far = f"M{cx + 5} {cy - 7}a9 9 0 0 1 0 14l1.3 1.6a11 11 0 0 0 0 -17.2z"
+    return near + far
+
+
+def cross(cx, cy):
+    return (f"M{cx + 1} {cy - 2.6}l1.6 -1.6l2.9 2.9l2.9 -2.9l1.6 1.6l-2.9 2.9l2.9 2.9l-1.6 1.6l-2.9 -2.9"
+            f"l-2.9 2.9l-1.6 -1.6l2.9 -2.9z")
 
 
 def button_strip(name):
