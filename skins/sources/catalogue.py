@@ -2,7 +2,9 @@
 
 import functools
 
+import ground
 import picture
+from drawing import Drawing
 from night import buttons, figures, geometry, panel, sliders
 
 
@@ -26,12 +28,28 @@ def entries():
 
 @functools.lru_cache(maxsize=None)
 def player_background():
-    return picture.rasterise(panel.background().svg())
+    return lying_on(panel.GROUND, panel.furniture).picture()
+
+
+def lying_on(layers, furniture):
+    """A full screen: a dithered ground and what is drawn upon it."""
+    def drawing(with_ground=True):
+        d = Drawing(*geometry.SCREEN)
+        for layer in layers if with_ground else ():
+            layer.draw(d)
+        furniture(d)
+        return d
+
+    def pixels():
+        upper = picture.rasterise(drawing(with_ground=False).svg())
+        return upper.over(ground.paint(*geometry.SCREEN, layers))
+
+    return Entry(drawing, pixels=pixels)
 
 
 def player_panel():
     found = {
-        "pics/night/player_bg.png": Entry(panel.background, pixels=player_background),
+        "pics/night/player_bg.png": Entry(lying_on(panel.GROUND, panel.furniture).drawing, pixels=player_background),
         "pics/night/player_mask.png": Entry(
             pixels=lambda: panel.mask("Player", geometry.SCREEN, geometry.BODY, 2)),
         "pics/night/volume_bg.png": Entry(pixels=volume_background),

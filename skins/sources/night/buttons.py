@@ -1,72 +1,8 @@
-"""Button strips: one material in four states, and the signs on the buttons."""
+"""The button strips of the player screen and their signs."""
 
-from drawing import path, strip
-from night import geometry, palette
-
-NORMAL, PRESSED, FOCUS, DISABLED = range(4)
-
-
-def cap(d, body, state):
-    """The button itself, without its sign."""
-    if state == PRESSED:
-        pressed_cap(d, body)
-    elif state == DISABLED:
-        d.add(body.svg('fill="#04070b" fill-opacity="0.8"'))
-        flat = body.inset(1)
-        d.add(flat.svg(f'fill="{d.down(flat, (0, "#1a212d"), (1, "#10151e"))}"'))
-        edge = d.down(flat, (0, palette.SHINE, 0.10), (0.5, palette.SHINE, 0.02))
-        d.add(flat.inset(0.5).svg(f'fill="none" stroke="{edge}"'))
-    else:
-        raised_cap(d, body, state == FOCUS)
-
-
-def raised_cap(d, body, focused):
-    d.glow(body.moved(0, 2).svg('fill="#000" fill-opacity="0.75"'), 1.6)
-    if focused:
-        d.glow(body.inset(-1).svg(f'fill="{palette.ACCENT}"'), 1.5)
-        d.add(body.inset(-1).svg(f'fill="{d.down(body, (0, "#ffb066"), (0.5, palette.ACCENT), (1, "#d94f00"))}"'))
-        d.add(body.inset(1).svg('fill="#1a0d04"'))
-    else:
-        d.add(body.svg('fill="#03050a"'))
-    face = body.inset(2 if focused else 1)
-    stops = ((0, "#5a6982"), (0.42, "#35425a"), (0.55, "#27324a"), (1, "#161e2c"))
-    d.add(face.svg(f'fill="{d.down(face, *stops)}"'))
-    edge = d.down(face, (0, palette.SHINE, 0.60), (0.35, palette.SHINE, 0.16), (0.8, palette.SHINE, 0.03),
-                  (1, palette.SHINE, 0.16))
-    d.add(face.inset(0.5).svg(f'fill="none" stroke="{edge}"'))
-    if focused:
-        warm = d.radial(body.x + body.width / 2, body.y + body.height, body.height * 0.75,
-                        (0, palette.ACCENT, 0.40), (1, palette.ACCENT, 0))
-        d.add(face.svg(f'fill="{warm}"'))
-
-
-def pressed_cap(d, body):
-    d.add(body.svg('fill="#010204"'))
-    face = body.inset(1)
-    d.add(face.svg(f'fill="{d.down(face, (0, "#0b1018"), (0.6, "#141c29"), (1, "#222c3d"))}"'))
-    d.inner_shadow([face], "#000", 0.95, 0, 3, 2.4)
-    warm = d.radial(body.x + body.width / 2, body.y + body.height / 2, body.height * 0.5,
-                    (0, palette.ACCENT, 0.38), (1, palette.ACCENT, 0))
-    d.add(face.svg(f'fill="{warm}"'))
-    edge = d.down(face, (0.55, palette.SHINE, 0), (1, palette.SHINE, 0.22))
-    d.add(face.inset(0.5).svg(f'fill="none" stroke="{edge}"'))
-
-
-def sign(d, outline, top, bottom, state):
-    """Draws a sign given as a filled outline that spans `top` to `bottom`."""
-    if state == DISABLED:
-        d.add(path(outline, 'fill="#39455a"'))
-        return
-    if state == PRESSED:
-        d.glow(path(outline, f'fill="{palette.ACCENT}"'), 1.8)
-        fill = d.linear(0, top, 0, bottom, (0, palette.ACCENT_PALE), (1, palette.ACCENT_LIGHT))
-        d.add(path(outline, f'fill="{fill}"'))
-        return
-    shadow = path(outline, 'fill="#000" fill-opacity="0.55"')
-    d.add(f'<g transform="translate(0 1)">{shadow}</g>')
-    fill = d.linear(0, top, 0, bottom, (0, "#ffffff" if state == FOCUS else palette.ICE_TOP),
-                    (1, "#ffe2c4" if state == FOCUS else palette.ICE_BOTTOM))
-    d.add(path(outline, f'fill="{fill}"'))
+from drawing import strip
+from material import PRESSED, cap, filled, sign
+from night import geometry
 
 
 def rectangle(x, y, width, height):
@@ -131,6 +67,6 @@ def button_strip(name):
     def draw(cell, state):
         cap(cell, body, state)
         outline, top, bottom = signs(name, cx, cy + (1 if state == PRESSED else 0))
-        sign(cell, outline, top, bottom, state)
+        sign(cell, filled(outline), top, bottom, state)
 
     return strip(width, height, 4, draw)

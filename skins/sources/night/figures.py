@@ -1,7 +1,7 @@
 """The figures of the time display, drawn as strokes three pixels wide whose straight parts lie on whole pixels."""
 
+import palette
 from drawing import Drawing, path, strip
-from night import palette
 
 CELL = (20, 36)
 COLON = (10, 36)

@@ -1,8 +1,10 @@
 """The player panel: its background with the beds of everything that lies on it, and its button mask."""
 
-from drawing import Box, Drawing
+import palette
+from drawing import Box
+from ground import Layer
 from picture import Picture
-from night import geometry, palette
+from night import geometry
 
 
 def title_strip(d):
@@ -16,24 +18,28 @@ def title_strip(d):
     d.add(Box(0, height - 1, width, 1).svg('fill="#0a0f18"'), Box(0, height - 1, width, 1).svg(f'fill="{fade}"'))
 
 
-def surface(d):
-    width, height = geometry.SCREEN
-    whole = Box(0, 0, width, height)
-    d.add(whole.svg(f'fill="{d.down(whole, (0, "#1c2738"), (0.35, "#131b29"), (0.7, "#0b111b"), (1, "#06090f"))}"'))
-    d.add(whole.svg(f'fill="{d.radial(66, 60, 300, (0, "#4f86c6", 0.30), (0.45, "#2f5f9e", 0.12), (1, "#2f5f9e", 0))}"'))
+WHOLE = Box(0, 0, *geometry.SCREEN)
+DECK = Box(0, geometry.DECK_TOP, geometry.SCREEN[0], geometry.SCREEN[1] - geometry.DECK_TOP)
+
+# The open surface of every screen, with a cold light from the upper left.
+SURFACE = [
+    Layer(WHOLE, (0, 0, 0, 272), (0, "#1c2738"), (0.35, "#131b29"), (0.7, "#0b111b"), (1, "#06090f")),
+    Layer(WHOLE, (66, 60, 300), (0, "#4f86c6", 0.30), (0.45, "#2f5f9e", 0.12), (1, "#2f5f9e", 0)),
+]
+DECK_SURFACE = [
+    Layer(DECK, (0, DECK.y, 0, 272), (0, "#263145"), (0.12, "#1b2433"), (0.6, "#111824"), (1, "#0a0e16")),
+    Layer(DECK, (212, DECK.y, 210), (0, "#5d8fce", 0.16), (1, "#5d8fce", 0)),
+]
+GROUND = SURFACE + DECK_SURFACE
 
 
-def deck(d):
-    """The raised console at the bottom that carries the buttons."""
-    width, height = geometry.SCREEN
-    top = geometry.DECK_TOP
-    box = Box(0, top, width, height - top)
+def deck_edge(d):
+    """The edge of the raised console that carries the buttons."""
+    width, top = DECK.width, DECK.y
     shade = Box(0, top - 8, width, 8)
     d.add(shade.svg(f'fill="{d.down(shade, (0, "#000", 0), (1, "#000", 0.45))}"'))
-    d.add(box.svg(f'fill="{d.down(box, (0, "#263145"), (0.12, "#1b2433"), (0.6, "#111824"), (1, "#0a0e16"))}"'))
     light = d.linear(0, 0, width, 0, (0, palette.SHINE, 0.10), (0.44, palette.SHINE, 0.42), (1, palette.SHINE, 0.10))
     d.add(Box(0, top - 1, width, 1).svg('fill="#020408"'), Box(0, top, width, 1).svg(f'fill="{light}"'))
-    d.add(box.svg(f'fill="{d.radial(212, top, 210, (0, "#5d8fce", 0.16), (1, "#5d8fce", 0))}"'))
 
 
 def well_fill(d, box):
@@ -92,19 +98,22 @@ def trays(d):
     d.recess([pair], d.down(pair, (0, "#05080e"), (1, "#121a27")))
 
 
-def background():
-    d = Drawing(*geometry.SCREEN)
-    surface(d)
+def title_shade(d):
+    """The title strip with the shadow that it throws."""
     title_strip(d)
     shade = Box(0, geometry.TITLE_HEIGHT, geometry.SCREEN[0], 6)
     d.add(shade.svg(f'fill="{d.down(shade, (0, "#000", 0.45), (1, "#000", 0))}"'))
+
+
+def furniture(d):
+    """Everything that lies on the ground."""
+    title_shade(d)
     cover_place(d)
     info_place(d)
     displays(d)
     seek_bed(d)
-    deck(d)
+    deck_edge(d)
     trays(d)
-    return d
 
 
 def mask(section, size, bodies, margin):

@@ -1,7 +1,8 @@
 """The seek slider with its markers, and the volume slider."""
 
+import palette
 from drawing import Box, Drawing, path, strip
-from night import geometry, palette
+from night import geometry
 
 SEEK_BAR = (28, 30)
 MARKER = (10, 12)
