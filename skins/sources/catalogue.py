@@ -5,7 +5,7 @@ import functools
 import ground
 import picture
 from drawing import Drawing
-from night import buttons, figures, geometry, panel, sliders
+from night import buttons, figures, geometry, panel, screens, sliders
 
 
 class Entry:
@@ -23,6 +23,7 @@ def entries():
     found = {}
     found.update(player_panel())
     found.update(sliders_and_time())
+    found.update(application())
     return found
 
 
@@ -73,3 +74,40 @@ def sliders_and_time():
     for kind in sliders.MARKERS:
         drawings[f"marker_{kind}"] = functools.partial(sliders.marker, kind)
     return {f"pics/night/{name}.png": Entry(drawing, alpha=True) for name, drawing in drawings.items()}
+
+
+def application():
+    """Pictures that the player looks up under its own name, and those of its other screens."""
+    found = {
+        "pics/skinplayer/title_bg.png": Entry(screens.title_background),
+        "pics/night/list_bg.png": lying_on(screens.LIST_GROUND, panel.title_shade),
+        "pics/night/cover.png": Entry(screens.cover),
+        "pics/night/playing.png": Entry(screens.playing_mark, alpha=True),
+    }
+    found.update(close_buttons("pics/skinplayer", screens.title_background))
+    for name, place in geometry.TOGGLES.items():
+        for state, suffix in enumerate(STATE_SUFFIXES):
+            for on in (False, True):
+                drawing = functools.partial(screens.toggle_button, name, state, on)
+                found[f"pics/skinplayer/{name}_{suffix}{'2' if on else ''}.png"] = standing_on(
+                    drawing, player_background, place)
+    return found
+
+
+STATE_SUFFIXES = ("normal", "press", "focus", "disable")
+
+
+def standing_on(drawing, ground, place):
+    """A button that stands on a known ground and is shown without blending, so the ground is part of its picture."""
+    def pixels():
+        below = ground().crop(place.x, place.y, place.width, place.height)
+        return picture.rasterise(drawing().svg()).over(below)
+
+    return Entry(drawing, pixels=pixels)
+
+
+def close_buttons(folder, title):
+    ground = functools.lru_cache(maxsize=None)(lambda: picture.rasterise(title().svg()))
+    return {f"{folder}/close_{suffix}.png": standing_on(functools.partial(screens.close_button, state), ground,
+                                                        screens.CLOSE)
+            for state, suffix in enumerate(STATE_SUFFIXES)}
