@@ -4,6 +4,7 @@ import functools
 
 import ground
 import picture
+from builtin import pictures as builtin
 from drawing import Drawing
 from night import buttons, figures, geometry, panel, screens, sliders
 
@@ -24,6 +25,7 @@ def entries():
     found.update(player_panel())
     found.update(sliders_and_time())
     found.update(application())
+    found.update(library())
     return found
 
 
@@ -111,3 +113,38 @@ def close_buttons(folder, title):
     return {f"{folder}/close_{suffix}.png": standing_on(functools.partial(screens.close_button, state), ground,
                                                         screens.CLOSE)
             for state, suffix in enumerate(STATE_SUFFIXES)}
+
+
+def library():
+    """The pictures compiled into the library."""
+    found = {"builtin/setting_title.png": Entry(builtin.title)}
+    found.update(close_buttons("builtin", builtin.title))
+    for look in builtin.THUMB_COLOURS:
+        found.update(thumb_pieces(look))
+    for suffix, state in builtin.STATES.items():
+        for name, upwards in (("sub", True), ("add", False)):
+            found[f"builtin/scroll_{name}_{suffix}.png"] = Entry(
+                functools.partial(builtin.step_button, upwards, state))
+    middle, bottom = builtin.CAP_HEIGHT, builtin.CAP_HEIGHT + builtin.MIDDLE_HEIGHT
+    found["builtin/scroll_bg_top.png"] = rows_of(builtin.trough, 0, middle)
+    found["builtin/scroll_bg_middle.png"] = rows_of(builtin.trough, middle, bottom)
+    found["builtin/scroll_bg_bottom.png"] = rows_of(builtin.trough, bottom, bottom + builtin.CAP_HEIGHT)
+    return found
+
+
+def thumb_pieces(look):
+    drawing = functools.partial(builtin.thumb, look)
+    cap = builtin.THUMB_CAP
+    return {
+        f"builtin/scroll_thumb_top_{look}.png": rows_of(drawing, 0, cap, alpha=True),
+        f"builtin/scroll_thumb_center_{look}.png": rows_of(drawing, cap, cap + 1),
+        f"builtin/scroll_thumb_bottom_{look}.png": rows_of(drawing, cap + 1, 2 * cap + 1, alpha=True),
+    }
+
+
+def rows_of(drawing, top, bottom, alpha=False):
+    def pixels():
+        whole = picture.rasterise(drawing().svg())
+        return whole.crop(0, top, whole.width, bottom - top)
+
+    return Entry(drawing, alpha, pixels)
