@@ -19,32 +19,53 @@ bool isWithin(const QString& directory, const QString& root)
     return withSlash(directory).startsWith(withSlash(root));
 }
 
-// The directory of the file that this code was loaded from, links resolved, so that a directory that is a link to
-// another one (as /lib often is) leads up to the installation's real root.
-QString libraryDirectory()
+// The file that this code was loaded from.
+QString codeFile()
 {
+#ifdef SKINWIDGETS_STATIC
+    return QStringLiteral("/proc/self/exe");
+#else
     static const char inLibrary = 0;
     Dl_info info;
     if (!dladdr(&inLibrary, &info) || !info.dli_fname)
         return QString();
-    return QFileInfo(QFileInfo(QFile::decodeName(info.dli_fname)).canonicalFilePath()).path();
+    return QFile::decodeName(info.dli_fname);
+#endif
 }
 
-QString dataDirectory()
+// Links are resolved: a directory that is a link to another one, as /lib often is, leads to the installation's real
+// root.
+QString codeDirectory()
 {
-    const QString library = libraryDirectory();
+    return QFileInfo(QFileInfo(codeFile()).canonicalFilePath()).path();
+}
+
+QString findDataDirectory()
+{
+    const QString code = codeDirectory();
     const QString build = QFileInfo(QStringLiteral(SKINWIDGETS_BUILD_DIR)).canonicalFilePath();
-    const QString installed = QDir::cleanPath(library + QLatin1String("/" SKINWIDGETS_LIBRARY_TO_DATA));
+    const QString installed = QDir::cleanPath(code + QLatin1String("/" SKINWIDGETS_CODE_TO_DATA));
     // An installation may itself be put under the build directory, to be packed or tried.
     const bool isInstalled = isWithin(installed, build) && QFileInfo(installed).isDir();
-    if (!build.isEmpty() && isWithin(library, build) && !isInstalled)
+    if (!build.isEmpty() && isWithin(code, build) && !isInstalled)
         return QStringLiteral(SKINWIDGETS_SOURCE_DATA);
     return installed;
 }
 
+// Found once: the path of the code may be relative to the directory that the program started in.
+const QString& dataDirectory()
+{
+    static const QString directory = withSlash(findDataDirectory());
+    return directory;
+}
+
 } // namespace
 
-QPEApplication::QPEApplication(int& argc, char** argv) : QApplication(argc, argv) {}
+QPEApplication::QPEApplication(int& argc, char** argv) : QApplication(argc, argv)
+{
+    // Before the program can change its current directory.
+    dataDirectory();
+}
 
 QPEApplication::~QPEApplication() = default;
 
@@ -53,7 +74,5 @@ QString QPEApplication::qpeDir()
     const QString directory = qEnvironmentVariable("QPEDIR");
     if (!directory.isEmpty())
         return withSlash(directory);
-    // Found at the first call: the library's own path may be relative to the directory that the program started in.
-    static const QString library = withSlash(dataDirectory());
-    return library;
+    return dataDirectory();
 }
