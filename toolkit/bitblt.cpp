@@ -50,11 +50,12 @@ bool is32Bits(const QImage& image)
 void copyLines(QImage& target, const QPoint& to, const QImage& source, const QRect& from)
 {
     const bool keepAlpha = target.hasAlphaChannel() && source.hasAlphaChannel();
-    for (int y = 0; y < from.height(); ++y) {
-        copyLine(reinterpret_cast<QRgb*>(target.scanLine(to.y() + y)) + to.x(),
-                 reinterpret_cast<const QRgb*>(source.constScanLine(from.top() + y)) + from.left(), from.width(),
-                 keepAlpha);
-    }
+    const qsizetype targetStride = target.bytesPerLine() / qsizetype(sizeof(QRgb));
+    const qsizetype sourceStride = source.bytesPerLine() / qsizetype(sizeof(QRgb));
+    QRgb* out = reinterpret_cast<QRgb*>(target.bits()) + to.y() * targetStride + to.x();
+    const QRgb* in = reinterpret_cast<const QRgb*>(source.constBits()) + from.y() * sourceStride + from.x();
+    for (int y = 0; y < from.height(); ++y, out += targetStride, in += sourceStride)
+        copyLine(out, in, from.width(), keepAlpha);
 }
 
 void copyThroughPainter(QPainter& painter, const QPoint& to, const QImage& source, const QRect& from)

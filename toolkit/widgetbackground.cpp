@@ -38,10 +38,19 @@ void fillTiled(QImage& target, const QImage& tile, const QPoint& offset)
 {
     const int phaseX = positiveModulo(offset.x(), tile.width());
     int tileY = positiveModulo(offset.y(), tile.height());
-    for (int y = 0; y < target.height(); ++y) {
-        fillLineTiled(reinterpret_cast<QRgb*>(target.scanLine(y)), target.width(),
-                      reinterpret_cast<const QRgb*>(tile.constScanLine(tileY)), tile.width(), phaseX);
-        tileY = (tileY + 1) % tile.height();
+    const qsizetype stride = target.bytesPerLine() / qsizetype(sizeof(QRgb));
+    const qsizetype tileStride = tile.bytesPerLine() / qsizetype(sizeof(QRgb));
+    auto* out = reinterpret_cast<QRgb*>(target.bits());
+    const auto* in = reinterpret_cast<const QRgb*>(tile.constBits());
+    if (phaseX == 0 && tileStride == stride && target.width() == tile.width() &&
+        tileY + target.height() <= tile.height()) {
+        // The common case of a whole repaint: the lines lie in both as they are needed.
+        std::memcpy(out, in + tileY * tileStride, static_cast<size_t>(target.sizeInBytes()));
+        return;
+    }
+    for (int y = 0; y < target.height(); ++y, out += stride) {
+        fillLineTiled(out, target.width(), in + tileY * tileStride, tile.width(), phaseX);
+        tileY = tileY + 1 == tile.height() ? 0 : tileY + 1;
     }
 }
 
