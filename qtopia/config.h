@@ -32,7 +32,7 @@ public:
     enum Domain { File, User };
 
     // Bytes.
-    static constexpr qint64 largestFile = 1024 * 1024;
+    static constexpr qint64 largestFile = qint64(1024) * 1024;
 
     explicit Config(const QString& name, Domain domain = User);
 

@@ -91,7 +91,7 @@ void fillFromBackground(QImage& target, const QWidget* widget, const QPoint& off
 
 void fillFromBackground(QPixmap& target, const QWidget* widget, int x, int y)
 {
-    if (target.isNull())
+    if (target.isNull() || !widget)
         return;
     QImage image(target.size(), QImage::Format_ARGB32);
     fillFromBackground(image, widget, QPoint(x, y));
