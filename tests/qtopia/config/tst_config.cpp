@@ -527,33 +527,34 @@ void TestConfig::readsHugeFilesInBoundedTime()
 
 void TestConfig::readsLargeFilesInBoundedTime_data()
 {
-    QTest::addColumn<QByteArray>("part");
+    QTest::addColumn<QByteArray>("bytes");
 
-    QTest::newRow("lines of nothing") << QByteArray("\n");
-    QTest::newRow("one line of equals signs") << QByteArray("=");
-    QTest::newRow("one line of brackets") << QByteArray("[");
-    QTest::newRow("one line of blanks") << QByteArray(" ");
-    QTest::newRow("one line of NUL bytes") << QByteArray("\0", 1);
-    QTest::newRow("invalid bytes") << QByteArray("\xff");
-    QTest::newRow("one group over and over") << QByteArray("[g]\n");
-    QTest::newRow("one key over and over") << QByteArray("a=\n");
-    QTest::newRow("ever other groups and keys") << QByteArray("[%1]\na%1=1\nb%1=2\n");
+    const auto filledWith = [](const QByteArray& part) { return part.repeated(Config::largestFile / part.size()); };
+    QTest::newRow("lines of nothing") << filledWith("\n");
+    QTest::newRow("one line of equals signs") << filledWith("=");
+    QTest::newRow("one line of brackets") << filledWith("[");
+    QTest::newRow("one line of blanks") << filledWith(" ");
+    QTest::newRow("one line of NUL bytes") << filledWith(QByteArray(1, '\0'));
+    QTest::newRow("invalid bytes") << filledWith("\xff");
+    QTest::newRow("one group over and over") << filledWith("[g]\n");
+    QTest::newRow("one key over and over") << filledWith("a=\n");
+    QByteArray bytes;
+    for (int number = 0; bytes.size() < Config::largestFile; ++number)
+        bytes += QByteArray("[%1]\na%1=1\nb%1=2\n").replace("%1", QByteArray::number(number));
+    QTest::newRow("ever other groups and keys") << bytes;
 }
 
 void TestConfig::readsLargeFilesInBoundedTime()
 {
-    QFETCH(QByteArray, part);
-    QByteArray bytes("[known]\nk = v\n");
-    for (int number = 0; bytes.size() < Config::largestFile; ++number)
-        bytes += QByteArray(part).replace("%1", QByteArray::number(number));
-    write(bytes);
+    QFETCH(QByteArray, bytes);
+    const QString path = write("[known]\nk = v\n" + bytes);
     QElapsedTimer timer;
     timer.start();
-    Config config(pathOf("config"), Config::File);
+    Config config(path, Config::File);
     QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
     config.setGroup("known");
     QCOMPARE(config.readEntry("k"), QString("v"));
 }
 
-QTEST_APPLESS_MAIN(TestConfig)
+QTEST_GUILESS_MAIN(TestConfig)
 #include "tst_config.moc"

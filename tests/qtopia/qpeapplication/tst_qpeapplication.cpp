@@ -175,5 +175,10 @@ void TestQPEApplication::remembersWhereItStarted()
     QCOMPARE(dataDirectorySeen(relative, root, {QStringLiteral("/")}), movedData(root));
 }
 
-QTEST_APPLESS_MAIN(TestQPEApplication)
+// The application object is what is tested, so none exists before.
+int main(int argc, char** argv)
+{
+    TestQPEApplication test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_qpeapplication.moc"

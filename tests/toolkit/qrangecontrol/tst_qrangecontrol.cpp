@@ -633,5 +633,5 @@ void TestQRangeControl::baseNotificationsDoNothing()
     QCOMPARE(control.value(), 35);
 }
 
-QTEST_APPLESS_MAIN(TestQRangeControl)
+QTEST_GUILESS_MAIN(TestQRangeControl)
 #include "tst_qrangecontrol.moc"

@@ -543,5 +543,5 @@ void TestQStrList::servesAlgorithms()
     static_assert(std::is_same_v<decltype(*list.begin()), const char* const&>);
 }
 
-QTEST_APPLESS_MAIN(TestQStrList)
+QTEST_GUILESS_MAIN(TestQStrList)
 #include "tst_qstrlist.moc"
