@@ -6,6 +6,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <utility>
 
 namespace
 {
@@ -129,6 +130,7 @@ private slots:
     void survivesDeletion_data();
     void survivesDeletion();
     void survivesDeletionByANestedNotification();
+    void survivesDeletionAfterANestedNotification();
     void worksOnAfterANestedNotification();
     void baseNotificationsDoNothing();
 };
@@ -469,6 +471,9 @@ void TestQRangeControl::positions_data()
     QTest::newRow("every int, two below the maximum") << lowest << highest << highest - 2 << highest << highest - 1;
     QTest::newRow("every int, one above the minimum") << lowest << highest << lowest + 1 << highest << 0;
     QTest::newRow("every int, two above the minimum") << lowest << highest << lowest + 2 << highest << 1;
+    // One part in 2^33 off the half, more than a double can tell.
+    QTest::newRow("every int, barely below a half") << lowest << highest << 585677358 << 2147483642 << 1366580499;
+    QTest::newRow("every int, barely above a half") << lowest << highest << -585677359 << 2147483642 << 780903143;
     QTest::newRow("span of the range's size") << 0 << highest << highest - 1 << highest << highest - 1;
 }
 
@@ -505,6 +510,8 @@ void TestQRangeControl::values_data()
     QTest::newRow("behind an empty span") << 7 << 99 << 5 << 0 << 7;
     QTest::newRow("negative span") << 7 << 99 << 5 << -10 << 7;
     QTest::newRow("every int, the middle") << lowest << highest << 1 << 2 << 0;
+    QTest::newRow("every int, barely below a half") << lowest << highest << 1073741823 << highest << -2;
+    QTest::newRow("every int, barely above a half") << lowest << highest << 1073741824 << highest << 1;
     QTest::newRow("every int, one before the end") << lowest << highest << highest - 1 << highest << highest - 2;
     QTest::newRow("every int, one behind the start") << lowest << highest << 1 << highest << lowest + 2;
 }
@@ -603,6 +610,20 @@ void TestQRangeControl::survivesDeletionByANestedNotification()
     control->setRange(0, 40);
     QCOMPARE(depth, 3);
     QVERIFY(goneInside);
+    QVERIFY(!control);
+}
+
+void TestQRangeControl::survivesDeletionAfterANestedNotification()
+{
+    auto control = std::make_unique<Control>(0, 99, 1, 10, 80);
+    bool nested = false;
+    control->onRange = [&] {
+        if (std::exchange(nested, true))
+            return;
+        control->setRange(0, 30);
+        control.reset();
+    };
+    control->setRange(0, 40);
     QVERIFY(!control);
 }
 
