@@ -21,12 +21,6 @@ QStringView headingName(QStringView heading)
     return (bracket < 0 ? name : name.left(bracket)).trimmed();
 }
 
-// toString() of an empty view is null, and a null string means a missing key to callers.
-QString presentValue(QStringView value)
-{
-    return value.isEmpty() ? QString::fromLatin1("") : value.toString();
-}
-
 // Without the line that the limit cuts.
 QByteArray firstWholeLines(const QByteArray& bytes, qint64 limit)
 {
@@ -109,6 +103,7 @@ Config::Group* Config::parseLine(QStringView line, Group* group)
         return group;
     if (!group)
         group = &m_groups[QString()];
-    group->insert(key.toString(), presentValue(line.mid(equals + 1).trimmed()));
+    // An empty value is not null: its view stands in the text. Null is what a missing key gives.
+    group->insert(key.toString(), line.mid(equals + 1).trimmed().toString());
     return group;
 }
