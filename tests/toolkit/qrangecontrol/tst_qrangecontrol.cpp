@@ -48,10 +48,10 @@ protected:
 
 private:
     // A copy, since the function may delete the control and itself with it.
-    static void runCopy(std::function<void()> function)
+    static void runCopy(const std::function<void()>& function)
     {
-        if (function)
-            function();
+        if (auto copy = function)
+            copy();
     }
 };
 
