@@ -1,5 +1,7 @@
 #include "toolkit/pictureloader.h"
 
+#include "toolkit/pngcheck.h"
+
 #include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
@@ -86,6 +88,8 @@ QImage decode(QIODevice* device, QString* error)
 
 QImage loadPicture(const QString& path, QString* error)
 {
+    if (path.contains(QChar::Null))
+        return refuse(error, QStringLiteral("no file name"));
     const QFileInfo info(path);
     if (!info.exists())
         return refuse(error, QStringLiteral("file is missing"));
@@ -97,11 +101,13 @@ QImage loadPicture(const QString& path, QString* error)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return refuse(error, file.errorString());
-    return decode(&file, error);
+    return loadPicture(file.read(largestPictureFile), error);
 }
 
 QImage loadPicture(const QByteArray& data, QString* error)
 {
+    if (isPng(data) && !isWholePng(data))
+        return refuse(error, QStringLiteral("picture is damaged"));
     QBuffer buffer;
     buffer.setData(data);
     buffer.open(QIODevice::ReadOnly);

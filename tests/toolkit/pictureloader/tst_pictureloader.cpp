@@ -4,9 +4,13 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QTest>
 
+#include <cstdio>
+
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace skinwidgets;
 
@@ -24,6 +28,8 @@ private slots:
     void refuses();
     void damagedPicturesPrintNothing_data();
     void damagedPicturesPrintNothing();
+    void damagedPngPrintsNothingAtAll_data();
+    void damagedPngPrintsNothingAtAll();
     void messagesPassAgainAfterwards();
     void memory();
 
@@ -138,6 +144,7 @@ void TestPictureLoader::refuses_data()
     QTest::addColumn<QString>("path");
     QTest::newRow("missing") << m_directory.filePath("missing.png");
     QTest::newRow("empty path") << QString();
+    QTest::newRow("name with a NUL") << m_directory.filePath("a") + QChar(QChar::Null) + "b.png";
     QTest::newRow("directory") << m_directory.path();
     QTest::newRow("directory with a slash") << m_directory.path() + "/";
     QTest::newRow("device without end") << "/dev/zero";
@@ -194,6 +201,36 @@ void TestPictureLoader::damagedPicturesPrintNothing()
     QVERIFY(qInstallMessageHandler(before) == &countMessage);
     QCOMPARE(messages, 0);
     QVERIFY(qint64(image.width()) * image.height() <= largestPicturePixels);
+}
+
+void TestPictureLoader::damagedPngPrintsNothingAtAll_data()
+{
+    QTest::addColumn<QByteArray>("data");
+    const QByteArray whole = encoded("png");
+    for (int keep = 8; keep < whole.size(); ++keep)
+        QTest::addRow("cut to %d bytes", keep) << whole.left(keep);
+    for (int at = 8; at < whole.size(); ++at) {
+        QByteArray changed = whole;
+        changed[at] = static_cast<char>(changed[at] ^ 0x10);
+        QTest::addRow("byte %d changed", at) << changed;
+    }
+}
+
+// The PNG library writes past every message handler, so the error output itself is watched.
+void TestPictureLoader::damagedPngPrintsNothingAtAll()
+{
+    QFETCH(QByteArray, data);
+    QTemporaryFile output;
+    QVERIFY(output.open());
+    std::fflush(stderr);
+    const int kept = dup(STDERR_FILENO);
+    dup2(output.handle(), STDERR_FILENO);
+    const QImage image = loadPicture(data);
+    std::fflush(stderr);
+    dup2(kept, STDERR_FILENO);
+    close(kept);
+    QVERIFY(image.isNull());
+    QCOMPARE(output.size(), 0);
 }
 
 void TestPictureLoader::messagesPassAgainAfterwards()
