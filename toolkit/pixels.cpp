@@ -56,13 +56,18 @@ QImage withoutAlpha(const QImage& picture)
 
 void overwriteAlpha(QImage& picture, uchar alpha)
 {
+    overwriteAlpha(picture, picture.rect(), alpha);
+}
+
+void overwriteAlpha(QImage& picture, const QRect& area, uchar alpha)
+{
     if (picture.format() != QImage::Format_ARGB32)
         picture = toStraight(picture);
     const QRgb alphaBits = static_cast<QRgb>(alpha) << 24;
-    const int width = picture.width();
-    for (int y = 0; y < picture.height(); ++y) {
-        auto* line = reinterpret_cast<QRgb*>(picture.scanLine(y));
-        for (int x = 0; x < width; ++x)
+    const QRect inside = area & picture.rect();
+    for (int y = inside.top(); y <= inside.bottom(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(picture.scanLine(y)) + inside.left();
+        for (int x = 0; x < inside.width(); ++x)
             line[x] = (line[x] & colourBits) | alphaBits;
     }
 }

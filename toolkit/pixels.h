@@ -25,6 +25,8 @@ SKINWIDGETS_EXPORT QImage withoutAlpha(const QImage& picture);
 
 // Writes the byte into the alpha of every pixel and leaves the colours alone. The picture becomes straight 32-bit ARGB.
 SKINWIDGETS_EXPORT void overwriteAlpha(QImage& picture, uchar alpha);
+// The same for the part of the picture that lies in area.
+SKINWIDGETS_EXPORT void overwriteAlpha(QImage& picture, const QRect& area, uchar alpha);
 
 // Draws the picture at a point over the colours of the target as if the target were opaque. The target's alpha bytes
 // under the picture are left undefined: the caller overwrites them. The target must be straight 32-bit ARGB.
