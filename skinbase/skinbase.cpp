@@ -210,8 +210,7 @@ void SkinBase::drawClippedImage(QPixmap* target, QImage picture, const QRect& ar
 void SkinBase::drawButton(const SkinButton* button)
 {
     // Intended: the size counts from the panel's origin, so a margin right of and below the button is repainted too.
-    update(button->xpos, button->ypos, button->xpos + button->stateImage[0].width(),
-           button->ypos + button->stateImage[0].height());
+    update(button->rectWithMargin());
 }
 
 SkinButton* SkinBase::findButton(const QString& name) const

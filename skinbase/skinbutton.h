@@ -4,6 +4,8 @@
 #include <QImage>
 #include <QString>
 
+#include <algorithm>
+
 // What a skin button shows. The values 0 to 3 are also the index of the state picture in the button's strip.
 enum SkinButtonState {
     Normal = 0,
@@ -33,7 +35,23 @@ struct SkinButton {
     bool spare = false;
 
     // Where the button is drawn, in widget coordinates.
-    QRect rect() const { return {QPoint(xpos, ypos), stateImage[0].size()}; }
+    QRect rect() const { return span(xpos, ypos); }
+    // The same with a margin on the right and below: width and height count from the panel's origin.
+    QRect rectWithMargin() const { return span(qint64(xpos) * 2, qint64(ypos) * 2); }
+
+private:
+    // From the button's corner to where a picture of its size ends that begins at (x, y). A skin may give any position;
+    // those that no screen reaches are drawn in, so that sums of coordinates fit into an int.
+    QRect span(qint64 x, qint64 y) const
+    {
+        return {QPoint(drawnIn(xpos), drawnIn(ypos)),
+                QPoint(drawnIn(x + stateImage[0].width() - 1), drawnIn(y + stateImage[0].height() - 1))};
+    }
+    static int drawnIn(qint64 coordinate)
+    {
+        constexpr qint64 farthest = 1 << 29;
+        return static_cast<int>(std::clamp(coordinate, -farthest, farthest));
+    }
 };
 
 #endif
