@@ -54,9 +54,10 @@ SkinBase::SkinBase(QWidget* parent, const char* name, WFlags f) : ToolkitWidget(
 
 SkinBase::~SkinBase()
 {
-    // Not the map's records: a button whose name a later one took stands in this list only.
-    for (SkinButton* button : buttons)
-        delete button;
+    // A button whose name a later one took stands in the list only, one that a subclass entered maybe in the map only.
+    QSet<SkinButton*> owned(buttonMap.begin(), buttonMap.end());
+    owned.unite(QSet<SkinButton*>(buttons.begin(), buttons.end()));
+    qDeleteAll(owned);
     delete backgroundImage;
     delete maskImage;
 }
