@@ -152,7 +152,7 @@ void SkinBase::setBackgroundPixmap(const QPixmap& parentBackground)
 {
     if (!size().isEmpty()) {
         QImage background = emptyBackground(this);
-        bitBlt(&background, QPoint(), &parentBackground, geometry());
+        bitBlt(&background, QPoint(), &parentBackground, QRect(pos(), size()));
         // The panel's own alpha is not written here; the background keeps what lies beneath it.
         if (backgroundImage)
             skinwidgets::blendOver(background, *backgroundImage, QPoint());
