@@ -27,7 +27,7 @@ QImage& keptPicture()
 QImage takePicture(const QSize& size)
 {
     QImage picture = std::exchange(keptPicture(), QImage());
-    if (picture.size() != size)
+    if (picture.size() != size || picture.format() != QImage::Format_ARGB32)
         picture = QImage(size, QImage::Format_ARGB32);
     return picture;
 }
