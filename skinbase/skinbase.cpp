@@ -79,9 +79,10 @@ void SkinBase::do_configloading(QString section)
         setFocusPolicy(Qt::NoFocus);
         return;
     }
+    const size_t before = buttons.size();
     loadButtons(skin, section, std::min(count, maxButtons));
     if (skinLog().isDebugEnabled())
-        reportUnusedMasks(skin, section);
+        reportUnusedMasks(skin, section, before);
 }
 
 void SkinBase::loadButtons(SkinReader& skin, const QString& section, int count)
@@ -109,13 +110,13 @@ std::unique_ptr<SkinButton> SkinBase::loadButton(const SkinReader& skin)
     return button;
 }
 
-void SkinBase::reportUnusedMasks(SkinReader& skin, const QString& section) const
+void SkinBase::reportUnusedMasks(SkinReader& skin, const QString& section, size_t first) const
 {
     const QSet<QRgb> values = pixelValues(*maskImage);
-    for (size_t i = 0; i < buttons.size(); ++i) {
+    for (size_t i = first; i < buttons.size(); ++i) {
         if (values.contains(buttons[i]->mask))
             continue;
-        skin.setGroup(section + QLatin1String("_BUTTON") + QString::number(i));
+        skin.setGroup(section + QLatin1String("_BUTTON") + QString::number(i - first));
         skin.report(
             QStringLiteral("mask: no pixel of the mask picture is %1").arg(buttons[i]->mask, 8, 16, QLatin1Char('0')));
     }

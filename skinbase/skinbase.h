@@ -145,7 +145,7 @@ private:
     SkinButton* findButton(const QString& name) const;
     void loadButtons(skinwidgets::SkinReader& skin, const QString& section, int count);
     std::unique_ptr<SkinButton> loadButton(const skinwidgets::SkinReader& skin);
-    void reportUnusedMasks(skinwidgets::SkinReader& skin, const QString& section) const;
+    void reportUnusedMasks(skinwidgets::SkinReader& skin, const QString& section, size_t first) const;
     void focusNeighbour(int step);
     void releasePressedButtons();
 };
