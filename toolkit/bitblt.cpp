@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QWidget>
 
+#include <algorithm>
 #include <cstring>
 
 namespace
@@ -13,23 +14,24 @@ namespace
 
 using namespace skinwidgets;
 
-// Cuts a copy down to what both ends have.
-struct Copy {
-    QRect from;
-    QPoint to;
-
-    Copy(const QPoint& target, const QSize& targetSize, const QRect& source, const QSize& sourceSize)
-    {
-        const QRect wanted(source.topLeft(),
-                           QSize(source.width() < 0 ? sourceSize.width() - source.x() : source.width(),
-                                 source.height() < 0 ? sourceSize.height() - source.y() : source.height()));
-        const QPoint shift = target - source.topLeft();
-        from = wanted & QRect(QPoint(), sourceSize);
-        from = from.translated(shift) & QRect(QPoint(), targetSize);
-        to = from.topLeft();
-        from.translate(-shift);
-    }
+// One axis of a copy.
+struct Span {
+    int from = 0;
+    int to = 0;
+    int length = 0;
 };
+
+// Cuts the axis down to what both ends have. A negative length reaches to the end of the source. Callers may ask for
+// any int, so the sums are 64 bits wide.
+Span cutDown(qint64 to, int targetLength, qint64 from, int length, int sourceLength)
+{
+    const qint64 end = length < 0 ? sourceLength : std::min<qint64>(from + length, sourceLength);
+    const qint64 first = std::max({from, qint64(0), from - to});
+    const qint64 last = std::min(end, from - to + targetLength);
+    if (last <= first)
+        return {};
+    return {static_cast<int>(first), static_cast<int>(first - from + to), static_cast<int>(last - first)};
+}
 
 void copyLine(QRgb* to, const QRgb* from, int count, bool keepAlpha)
 {
@@ -112,23 +114,26 @@ QImage imageOf(const QPaintDevice* device)
 }
 
 // The source comes by value: it may be the target itself, which is then written into a copy.
-void copyTo(QPaintDevice* target, const QPoint& to, QImage source, const QRect& from)
+void copyTo(QPaintDevice* target, int dx, int dy, QImage source, int sx, int sy, int sw, int sh)
 {
     if (!target || source.isNull())
         return;
-    const Copy copy(to, QSize(target->width(), target->height()), from, source.size());
-    if (copy.from.isEmpty())
+    const Span across = cutDown(dx, target->width(), sx, sw, source.width());
+    const Span down = cutDown(dy, target->height(), sy, sh, source.height());
+    const QRect from(across.from, down.from, across.length, down.length);
+    const QPoint to(across.to, down.to);
+    if (from.isEmpty())
         return;
     switch (target->devType()) {
     case QInternal::Image:
-        copyToImage(*static_cast<QImage*>(target), copy.to, source, copy.from);
+        copyToImage(*static_cast<QImage*>(target), to, source, from);
         break;
     case QInternal::Pixmap:
-        copyToPixmap(*static_cast<QPixmap*>(target), copy.to, source, copy.from);
+        copyToPixmap(*static_cast<QPixmap*>(target), to, source, from);
         break;
     case QInternal::Widget: {
         QPainter painter(target);
-        copyToWidget(painter, static_cast<const QWidget*>(target), copy.to, source.copy(copy.from));
+        copyToWidget(painter, static_cast<const QWidget*>(target), to, source.copy(from));
         break;
     }
     default:
@@ -141,17 +146,17 @@ void copyTo(QPaintDevice* target, const QPoint& to, QImage source, const QRect& 
 void bitBlt(QPaintDevice* dst, int dx, int dy, const QPaintDevice* src, int sx, int sy, int sw, int sh, Qt::RasterOp,
             bool)
 {
-    copyTo(dst, QPoint(dx, dy), imageOf(src), QRect(sx, sy, sw, sh));
+    copyTo(dst, dx, dy, imageOf(src), sx, sy, sw, sh);
 }
 
 void bitBlt(QPaintDevice* dst, int dx, int dy, const QImage* src, int sx, int sy, int sw, int sh, int)
 {
     if (src)
-        copyTo(dst, QPoint(dx, dy), *src, QRect(sx, sy, sw, sh));
+        copyTo(dst, dx, dy, *src, sx, sy, sw, sh);
 }
 
 void bitBlt(QImage* dst, int dx, int dy, const QImage* src, int sx, int sy, int sw, int sh, int)
 {
     if (src)
-        copyTo(dst, QPoint(dx, dy), *src, QRect(sx, sy, sw, sh));
+        copyTo(dst, dx, dy, *src, sx, sy, sw, sh);
 }

@@ -18,9 +18,9 @@ namespace skinwidgets
 namespace
 {
 
-int positiveModulo(int value, int modulus)
+int positiveModulo(qint64 value, int modulus)
 {
-    const int rest = value % modulus;
+    const auto rest = static_cast<int>(value % modulus);
     return rest < 0 ? rest + modulus : rest;
 }
 
@@ -34,10 +34,10 @@ void fillLineTiled(QRgb* line, int width, const QRgb* tile, int tileWidth, int p
     }
 }
 
-void fillTiled(QImage& target, const QImage& tile, const QPoint& offset)
+void fillTiled(QImage& target, const QImage& tile, const QPoint& offset, const QPoint& origin)
 {
-    const int phaseX = positiveModulo(offset.x(), tile.width());
-    int tileY = positiveModulo(offset.y(), tile.height());
+    const int phaseX = positiveModulo(qint64(offset.x()) + origin.x(), tile.width());
+    int tileY = positiveModulo(qint64(offset.y()) + origin.y(), tile.height());
     const qsizetype stride = target.bytesPerLine() / qsizetype(sizeof(QRgb));
     const qsizetype tileStride = tile.bytesPerLine() / qsizetype(sizeof(QRgb));
     auto* out = reinterpret_cast<QRgb*>(target.bits());
@@ -84,7 +84,7 @@ void fillFromBackground(QImage& target, const QWidget* widget, const QPoint& off
     Q_ASSERT(target.isNull() || target.format() == QImage::Format_ARGB32);
     const WidgetBackground* background = backgroundOf(widget);
     if (background && background->backgroundPixmap())
-        fillTiled(target, background->backgroundPixmap()->toImage(), offset + backgroundOffset(widget));
+        fillTiled(target, background->backgroundPixmap()->toImage(), offset, backgroundOffset(widget));
     else
         target.fill(widget->palette().color(widget->backgroundRole()).rgb());
 }

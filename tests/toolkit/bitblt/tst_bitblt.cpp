@@ -5,6 +5,8 @@
 #include <QTest>
 #include <QWidget>
 
+#include <climits>
+
 using namespace skinwidgets;
 
 class TestBitBlt : public QObject
@@ -18,6 +20,7 @@ private slots:
     void premultipliedTargetBecomesStraight();
     void rectangles_data();
     void rectangles();
+    void extremeNumbers();
     void pixmapSource();
     void sameImage();
     void nullDevices();
@@ -138,6 +141,24 @@ void TestBitBlt::rectangles()
             QCOMPARE(target.pixel(x, y), written.contains(x, y) ? qRgba(at.x(), at.y(), 7, 0) : 0xff909090U);
         }
     }
+}
+
+void TestBitBlt::extremeNumbers()
+{
+    const QImage source = numbered(4, 4);
+    const int numbers[] = {INT_MIN, INT_MIN + 1, -1, 2, INT_MAX - 1, INT_MAX};
+    for (const int at : numbers)
+        for (const int from : numbers)
+            for (const int length : numbers) {
+                QImage target = filled(6, 6, 0xff000000);
+                bitBlt(&target, at, 2, &source, from, 2, length, 1);
+                for (int x = 0; x < 6; ++x) {
+                    const qint64 sourceX = qint64(from) + x - at;
+                    const bool copied =
+                        x >= at && sourceX >= 0 && sourceX < 4 && (length < 0 || x < qint64(at) + length);
+                    QCOMPARE(target.pixel(x, 2), copied ? source.pixel(int(sourceX), 2) : 0xff000000U);
+                }
+            }
 }
 
 void TestBitBlt::pixmapSource()
