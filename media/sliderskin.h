@@ -4,8 +4,8 @@
 #include "skinbase/skinbase.h"
 #include "toolkit/qrangecontrol.h"
 
-// The kinds of markers; the values are the index of the kind's picture.
-enum MarkerType { Marker_1 = 0, Marker_2 = 1, Marker_3 = 2 };
+// The kinds of markers; the values are the index of the kind's picture. Any int may come as a kind, hence the type.
+enum MarkerType : int { Marker_1 = 0, Marker_2 = 1, Marker_3 = 2 };
 
 enum SliderState {
     // Waits for the stylus.

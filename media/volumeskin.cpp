@@ -147,7 +147,8 @@ void VolumeSkin::button_event(const QObject* /*sender*/, const QString name)
 
 bool VolumeSkin::eventFilter(QObject* obj, QEvent* e)
 {
-    if (slider && obj == slider && e->type() == QEvent::FocusIn)
+    // The kind of event first: others also come while the slider is being destroyed and is no SliderSkin any more.
+    if (e->type() == QEvent::FocusIn && slider && obj == slider)
         setFocus();
     return false;
 }
