@@ -72,7 +72,7 @@ void paintThroughPixmap(QWidget* widget, const QRegion& region, Prepared prepare
         QImage picture = takePicture(area.size());
         if (prepared == Prepared::FromBackground)
             fillFromBackground(picture, widget, area.topLeft());
-        else
+        else if (prepared == Prepared::Blank)
             picture.fill(0);
         QPixmap pixmap = pixmapFromStraight(std::move(picture));
         draw(pixmap, area);

@@ -14,8 +14,8 @@ class QWidget;
 namespace skinwidgets
 {
 
-// What an off-screen pixmap holds before a widget draws into it.
-enum class Prepared { FromBackground, Blank };
+// What an off-screen pixmap holds before a widget draws into it. Undefined is for a widget that draws every pixel.
+enum class Prepared { FromBackground, Blank, Undefined };
 
 // Draws into a pixmap that stands for an area of the widget: its pixel (0, 0) is the area's top-left corner.
 using DrawArea = std::function<void(QPixmap& target, const QRect& area)>;
