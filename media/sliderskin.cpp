@@ -9,7 +9,9 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <utility>
 
+using skinwidgets::Prepared;
 using skinwidgets::SkinReader;
 
 int SliderSkin::sliderStartVal = 0;
@@ -294,13 +296,15 @@ void SliderSkin::clearMarkers()
 
 void SliderSkin::paintEvent(QPaintEvent* event)
 {
-    skinwidgets::paintThroughPixmap(this, event->region(), skinwidgets::Prepared::FromBackground,
-                                    [this](QPixmap& target, const QRect& area) {
-                                        drawClippedImage(&target, grooveImage, area, rect());
-                                        drawClippedImage(&target, fillImage, area, playedRect());
-                                        paintSlider(&target, area);
-                                        paintMarkers(&target, area);
-                                    });
+    // A groove as large as the slider has the background in it and leaves nothing of it to be seen.
+    const bool covered = QRect(QPoint(), grooveImage.size()).contains(rect());
+    const Prepared prepared = covered ? Prepared::Undefined : Prepared::FromBackground;
+    skinwidgets::paintThroughPixmap(this, event->region(), prepared, [this](QPixmap& target, const QRect& area) {
+        drawClippedImage(&target, grooveImage, area, rect());
+        drawClippedImage(&target, fillImage, area, playedRect());
+        paintSlider(&target, area);
+        paintMarkers(&target, area);
+    });
 }
 
 void SliderSkin::paintSlider(QPixmap* pm, const QRect& r)
@@ -325,12 +329,9 @@ void SliderSkin::drawBlended(QPixmap* pm, const QImage& picture, const QRect& r,
     // Let go of the pixels, so that they are written in place.
     if (inPlace)
         *pm = QPixmap();
-    if (alphaOverride == 255) {
-        skinwidgets::blendOver(target, picture, pictureRect.topLeft() - r.topLeft());
-    } else {
-        skinwidgets::blendColours(target, picture, pictureRect.topLeft() - r.topLeft());
+    skinwidgets::blendOver(target, picture, pictureRect.topLeft() - r.topLeft());
+    if (alphaOverride < 255)
         skinwidgets::overwriteAlpha(target, common.translated(-r.topLeft()), alphaOverride);
-    }
     if (inPlace)
         *pm = skinwidgets::pixmapFromStraight(std::move(target));
     else
@@ -343,7 +344,7 @@ void SliderSkin::reallyMoveSlider(int newPos)
     sliderPos = boundedPosition(newPos);
     const QRect after = barRect();
     // Equal sizes and one axis: the united rectangle covers nothing beyond the two places and the way between.
-    repaint(before | after, false);
+    repaint(std::exchange(m_span, QRegion()) + (before | after));
 }
 
 void SliderSkin::moveSlider(int pos)
@@ -443,12 +444,12 @@ void SliderSkin::setValue(int v)
     if (state == Dragging)
         return;
     state = Idle;
-    const int before = sliderPos;
+    // Intended: the new position is the width, not the distance moved. Painted together with the move, if there is one.
+    m_span = QRect(sliderPos, 0, positionFromValue(v), grooveImage.height());
     const QPointer<SliderSkin> self(this);
     QRangeControl::setValue(v);
-    // Intended: the new position is the width, not the distance moved.
-    if (self)
-        repaint(before, 0, positionFromValue(v), grooveImage.height(), false);
+    if (self && !m_span.isEmpty())
+        repaint(std::exchange(m_span, QRegion()));
 }
 
 void SliderSkin::addStep()
