@@ -128,6 +128,7 @@ private slots:
 
     void destructorFreesEverything();
     void destructorFreesRecordsOfTheMap();
+    void destructorFreesRecordsOfEqualNames();
     void secondLoadAppends();
 
 private:
@@ -889,6 +890,20 @@ void TestSkinBaseLoading::destructorFreesRecordsOfTheMap()
         QVERIFY(!picture.isDetached());
     }
     QVERIFY(picture.isDetached());
+}
+
+void TestSkinBaseLoading::destructorFreesRecordsOfEqualNames()
+{
+    ThreeButtons::install(*installation);
+    installation->config("player", "[Control]\ncount = 2\n[Control_BUTTON0]\nname = x\nimage = a.png\n"
+                                   "[Control_BUTTON1]\nname = x\nimage = b.png\n");
+    auto loaded = std::make_unique<Loaded>();
+    const QImage first = loaded->button(0)->image;
+    const QImage second = loaded->button(1)->image;
+    QVERIFY(!first.isDetached() && !second.isDetached());
+    loaded.reset();
+    QVERIFY(first.isDetached());
+    QVERIFY(second.isDetached());
 }
 
 void TestSkinBaseLoading::secondLoadAppends()
