@@ -6,8 +6,10 @@
 #include "toolkit/widgetbackground.h"
 #include "toolkit/widgetflags.h"
 
+#include <QBitmap>
 #include <QEvent>
 #include <QPaintEvent>
+#include <QRegion>
 #include <QResizeEvent>
 #include <QStyle>
 #include <QWidget>
@@ -86,6 +88,20 @@ public:
     }
     virtual void updateMask() {}
 
+    // The widget consists of the set bits of the bitmap, which has its size; clicks elsewhere fall through to what lies
+    // beneath. With no bit set nothing shows. Today's setMask() would read that as no mask at all, so the widget keeps
+    // a pixel outside of itself instead; mask() tells of it as the empty region.
+    void setMaskBitmap(const QBitmap& bitmap)
+    {
+        const QRegion region = bitmap.isNull() ? QRegion() : QRegion(bitmap);
+        Base::setMask(region.isEmpty() ? noPixels() : region);
+    }
+    QRegion mask() const
+    {
+        const QRegion region = Base::mask();
+        return region == noPixels() ? QRegion() : region;
+    }
+
     using Base::repaint;
     // Paints at once. A negative width or height reaches to the widget's edge. With erase false the background is left
     // alone by widgets that paint every pixel themselves; Qt clears the rest either way.
@@ -102,12 +118,29 @@ public:
     virtual void setFont(const QFont& font) { Base::setFont(font); }
     virtual void show() { Base::show(); }
     virtual void hide() { Base::hide(); }
-    virtual void resize(int w, int h) { Base::resize(w, h); }
+    virtual void resize(int w, int h)
+    {
+        Base::resize(w, h);
+        updateHiddenMask();
+    }
     void resize(const QSize& size) { resize(size.width(), size.height()); }
+    virtual void setGeometry(const QRect& rect)
+    {
+        Base::setGeometry(rect);
+        updateHiddenMask();
+    }
+    void setGeometry(int x, int y, int w, int h) { setGeometry(QRect(x, y, w, h)); }
 
 protected:
     virtual void backgroundPixmapChange(const QPixmap& /*old*/) { Base::update(); }
     virtual void styleChange(QStyle& /*old*/) {}
+
+    // To be called after a change of what an automatic mask is made of.
+    void updateAutoMask()
+    {
+        if (m_autoMask)
+            updateMask();
+    }
 
     void setWFlags(WFlags f)
     {
@@ -155,11 +188,13 @@ private:
     {
         return backgroundPixmap() && m_mode != NoBackground && !testWFlags(Qt::WRepaintNoErase);
     }
-    void updateAutoMask()
+    // A hidden widget hears of its new size only when it is shown.
+    void updateHiddenMask()
     {
-        if (m_autoMask)
-            updateMask();
+        if (Base::testAttribute(Qt::WA_PendingResizeEvent))
+            updateAutoMask();
     }
+    static QRegion noPixels() { return {-1, -1, 1, 1}; }
 
     WFlags m_flags;
     mutable QByteArray m_name;

@@ -3,8 +3,10 @@
 #include <QAbstractButton>
 #include <QFrame>
 #include <QLabel>
+#include <QPainter>
 #include <QStyleFactory>
 #include <QTest>
+#include <QWindow>
 
 class TestToolkitWidget : public QObject
 {
@@ -16,11 +18,15 @@ private slots:
     void baseClasses();
     void virtualOperations();
     void autoMaskAtOnceAndOff();
+    void autoMaskOfAHiddenWidget();
     void autoMaskFollowsEvents_data();
     void autoMaskFollowsEvents();
     void repaintRectangles_data();
     void repaintRectangles();
     void styleChangeHook();
+    void maskBitmap_data();
+    void maskBitmap();
+    void emptyMaskLetsClicksThrough();
 };
 
 namespace
@@ -129,6 +135,29 @@ void TestToolkitWidget::autoMaskAtOnceAndOff()
     QCOMPARE(widget.masks, 1);
 }
 
+void TestToolkitWidget::autoMaskOfAHiddenWidget()
+{
+    class Masked : public ToolkitWidget<QWidget>
+    {
+    public:
+        QList<QSize> masks;
+        void updateMask() override { masks << size(); }
+    };
+    Masked widget;
+    widget.resize(20, 20);
+    QVERIFY(widget.masks.isEmpty());
+    widget.setAutoMask(true);
+    widget.resize(30, 20);
+    widget.setGeometry(1, 2, 40, 30);
+    widget.setGeometry(QRect(1, 2, 50, 30));
+    QCOMPARE(widget.masks, QList<QSize>({QSize(20, 20), QSize(30, 20), QSize(40, 30), QSize(50, 30)}));
+    widget.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&widget));
+    widget.masks.clear();
+    widget.resize(60, 30);
+    QCOMPARE(widget.masks, QList<QSize>({QSize(60, 30)}));
+}
+
 void TestToolkitWidget::autoMaskFollowsEvents_data()
 {
     QTest::addColumn<QString>("change");
@@ -208,6 +237,72 @@ void TestToolkitWidget::styleChangeHook()
     static_cast<QWidget&>(widget).setStyle(style.get());
     QVERIFY(widget.calls.contains("styleChange"));
     static_cast<QWidget&>(widget).setStyle(nullptr);
+}
+
+void TestToolkitWidget::maskBitmap_data()
+{
+    QTest::addColumn<QRegion>("bits");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("some") << QRegion(1, 1, 2, 3).united(QRect(6, 0, 1, 1)) << QSize(8, 8);
+    QTest::newRow("all") << QRegion(0, 0, 8, 8) << QSize(8, 8);
+    QTest::newRow("none") << QRegion() << QSize(8, 8);
+    QTest::newRow("null bitmap") << QRegion() << QSize();
+}
+
+void TestToolkitWidget::maskBitmap()
+{
+    QFETCH(QRegion, bits);
+    QFETCH(QSize, size);
+    QBitmap bitmap(size);
+    bitmap.clear();
+    if (!bits.isEmpty()) {
+        QPainter painter(&bitmap);
+        for (const QRect& rect : bits)
+            painter.fillRect(rect, Qt::color1);
+    }
+    QWidget parent;
+    ToolkitWidget<QWidget> widget(&parent);
+    static_cast<QWidget&>(widget).resize(8, 8);
+    widget.setMaskBitmap(bitmap);
+    QCOMPARE(widget.mask(), bits);
+    for (int y = 0; y < 8; ++y)
+        for (int x = 0; x < 8; ++x)
+            QCOMPARE(parent.childAt(x, y) == &widget, bits.contains(QPoint(x, y)));
+    widget.clearMask();
+    QVERIFY(widget.mask().isEmpty());
+    QCOMPARE(parent.childAt(4, 4), &widget);
+}
+
+void TestToolkitWidget::emptyMaskLetsClicksThrough()
+{
+    class Clicked : public ToolkitWidget<QWidget>
+    {
+    public:
+        using ToolkitWidget::ToolkitWidget;
+        int clicks = 0;
+        int paints = 0;
+
+    protected:
+        void mousePressEvent(QMouseEvent*) override { ++clicks; }
+        void paintEvent(QPaintEvent*) override { ++paints; }
+    };
+    Clicked parent;
+    static_cast<QWidget&>(parent).resize(30, 30);
+    Clicked child(&parent);
+    static_cast<QWidget&>(child).resize(30, 30);
+    child.setMaskBitmap(QBitmap());
+    static_cast<QWidget&>(parent).show();
+    QVERIFY(QTest::qWaitForWindowExposed(&parent));
+    QTRY_VERIFY(parent.paints > 0);
+    QTest::mouseClick(parent.windowHandle(), Qt::LeftButton, {}, QPoint(15, 15));
+    QCOMPARE(parent.clicks, 1);
+    QCOMPARE(child.clicks, 0);
+    QCOMPARE(child.paints, 0);
+    child.clearMask();
+    QTest::mouseClick(parent.windowHandle(), Qt::LeftButton, {}, QPoint(15, 15));
+    QCOMPARE(parent.clicks, 1);
+    QCOMPARE(child.clicks, 1);
+    QTRY_VERIFY(child.paints > 0);
 }
 
 QTEST_MAIN(TestToolkitWidget)
