@@ -102,6 +102,10 @@ public:
         return region == noPixels() ? QRegion() : region;
     }
 
+    // Prepares the widget for its style and font, unless that has happened: polish() then runs, once. It runs by itself
+    // before the widget is shown.
+    void constPolish() const { Base::ensurePolished(); }
+
     using Base::repaint;
     // Paints at once. A negative width or height reaches to the widget's edge. With erase false the background is left
     // alone by widgets that paint every pixel themselves; Qt clears the rest either way.
@@ -134,6 +138,7 @@ public:
 protected:
     virtual void backgroundPixmapChange(const QPixmap& /*old*/) { Base::update(); }
     virtual void styleChange(QStyle& /*old*/) {}
+    virtual void polish() {}
 
     // To be called after a change of what an automatic mask is made of.
     void updateAutoMask()
@@ -152,7 +157,10 @@ protected:
     {
         if (event->type() == QEvent::Paint && erasesWithPicture())
             skinwidgets::eraseWithBackground(this, static_cast<QPaintEvent*>(event)->region());
-        return Base::event(event);
+        const bool accepted = Base::event(event);
+        if (event->type() == QEvent::Polish)
+            polish();
+        return accepted;
     }
     void resizeEvent(QResizeEvent* event) override
     {

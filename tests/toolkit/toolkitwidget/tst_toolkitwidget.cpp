@@ -24,6 +24,7 @@ private slots:
     void repaintRectangles_data();
     void repaintRectangles();
     void styleChangeHook();
+    void polishHook();
     void maskBitmap_data();
     void maskBitmap();
     void emptyMaskLetsClicksThrough();
@@ -55,6 +56,7 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override { painted << event->rect(); }
     void styleChange(QStyle&) override { calls << "styleChange"; }
+    void polish() override { calls << "polish"; }
 };
 
 } // namespace
@@ -237,6 +239,20 @@ void TestToolkitWidget::styleChangeHook()
     static_cast<QWidget&>(widget).setStyle(style.get());
     QVERIFY(widget.calls.contains("styleChange"));
     static_cast<QWidget&>(widget).setStyle(nullptr);
+}
+
+void TestToolkitWidget::polishHook()
+{
+    Recorder widget;
+    QVERIFY(widget.calls.isEmpty());
+    widget.constPolish();
+    QCOMPARE(widget.calls, QStringList("polish"));
+    widget.constPolish();
+    static_cast<QWidget&>(widget).show();
+    QCOMPARE(widget.calls.count("polish"), 1);
+    Recorder shown;
+    static_cast<QWidget&>(shown).show();
+    QCOMPARE(shown.calls.count("polish"), 1);
 }
 
 void TestToolkitWidget::maskBitmap_data()
