@@ -9,7 +9,6 @@
 #include <QPointer>
 
 #include <algorithm>
-#include <utility>
 
 using skinwidgets::Prepared;
 using skinwidgets::SkinReader;
@@ -344,7 +343,7 @@ void SliderSkin::reallyMoveSlider(int newPos)
     sliderPos = boundedPosition(newPos);
     const QRect after = barRect();
     // Equal sizes and one axis: the united rectangle covers nothing beyond the two places and the way between.
-    repaint(std::exchange(m_span, QRegion()) + (before | after));
+    repaint(before | after, false);
 }
 
 void SliderSkin::moveSlider(int pos)
@@ -444,12 +443,12 @@ void SliderSkin::setValue(int v)
     if (state == Dragging)
         return;
     state = Idle;
-    // Intended: the new position is the width, not the distance moved. Painted together with the move, if there is one.
-    m_span = QRect(sliderPos, 0, positionFromValue(v), grooveImage.height());
+    const int old = sliderPos;
     const QPointer<SliderSkin> self(this);
     QRangeControl::setValue(v);
-    if (self && !m_span.isEmpty())
-        repaint(std::exchange(m_span, QRegion()));
+    // Intended: the new position is the width, not the distance moved.
+    if (self)
+        repaint(QRect(old, 0, positionFromValue(v), grooveImage.height()), false);
 }
 
 void SliderSkin::addStep()

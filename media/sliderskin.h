@@ -4,8 +4,6 @@
 #include "skinbase/skinbase.h"
 #include "toolkit/qrangecontrol.h"
 
-#include <QRegion>
-
 // The kinds of markers; the values are the index of the kind's picture. Any int may come as a kind, hence the type.
 enum MarkerType : int { Marker_1 = 0, Marker_2 = 1, Marker_3 = 2 };
 
@@ -205,9 +203,6 @@ private:
     QRect playedRect() const;
     void drawBlended(QPixmap* pm, const QImage& picture, const QRect& r, const QRect& pictureRect) const;
     int dragPosition(const QMouseEvent* event) const;
-
-    // What the next move of the bar repaints besides its own way.
-    QRegion m_span;
 };
 
 #endif
