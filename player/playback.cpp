@@ -1,0 +1,224 @@
+#include "player/playback.h"
+
+#include <QAudioDevice>
+#include <QAudioOutput>
+#include <QFileInfo>
+#include <QMediaDevices>
+#include <QPointer>
+#include <QUrl>
+
+Playback::Playback(QObject* parent) : QObject(parent)
+{
+    m_leaveTimer.setObjectName(QStringLiteral("leave file"));
+    m_leaveTimer.setSingleShot(true);
+    connect(&m_leaveTimer, &QTimer::timeout, this, &Playback::leaveFile);
+
+    renewPlayer();
+}
+
+Playback::~Playback()
+{
+    // The backend may report while it shuts down, when this object's own state is gone already.
+    m_player->disconnect(this);
+}
+
+void Playback::renewPlayer()
+{
+    if (m_player) {
+        m_player->disconnect(this);
+        // This may be a call from one of its signals.
+        m_player.release()->deleteLater();
+    }
+    m_player = std::make_unique<QMediaPlayer>();
+    auto* output = new QAudioOutput(m_player.get());
+    output->setVolume(m_volume / 100.0f);
+    m_player->setAudioOutput(output);
+    connect(m_player.get(), &QMediaPlayer::positionChanged, this, &Playback::positionChanged);
+    connect(m_player.get(), &QMediaPlayer::durationChanged, this, &Playback::durationChanged);
+    connect(m_player.get(), &QMediaPlayer::mediaStatusChanged, this, &Playback::mediaStatusChanged);
+    connect(m_player.get(), &QMediaPlayer::errorOccurred, this,
+            [this](QMediaPlayer::Error, const QString& reason) { fail(reason); });
+}
+
+bool Playback::hasSoundDevice()
+{
+    return !QMediaDevices::defaultAudioOutput().isNull();
+}
+
+QString Playback::currentFile() const
+{
+    return m_files.value(m_current);
+}
+
+void Playback::open(const QStringList& files)
+{
+    if (files.isEmpty())
+        return;
+    m_files = files;
+    m_current = 0;
+    start(Reload);
+}
+
+void Playback::play()
+{
+    if (m_files.isEmpty() || m_playing)
+        return;
+    start(m_failed ? Reload : Continue);
+}
+
+void Playback::pause()
+{
+    if (!m_playing)
+        return;
+    if (!m_failed)
+        m_player->pause();
+    setPlaying(false);
+}
+
+void Playback::stop()
+{
+    m_leaveTimer.stop();
+    if (!m_failed) {
+        m_player->stop();
+        // At the end of a file the backend has stopped already and stays there.
+        m_player->setPosition(0);
+    }
+    setPlaying(false);
+}
+
+void Playback::next()
+{
+    stepBy(1);
+}
+
+void Playback::previous()
+{
+    stepBy(-1);
+}
+
+void Playback::setPosition(qint64 position)
+{
+    if (m_player->isSeekable())
+        m_player->setPosition(qBound<qint64>(0, position, duration()));
+}
+
+void Playback::setVolume(int volume)
+{
+    const int bounded = qBound(0, volume, 100);
+    if (m_volume == bounded)
+        return;
+    m_volume = bounded;
+    m_player->audioOutput()->setVolume(m_volume / 100.0f);
+    emit volumeChanged(m_volume);
+}
+
+void Playback::stepBy(int direction)
+{
+    if (m_files.size() < 2)
+        return;
+    m_direction = direction;
+    m_triesLeft = static_cast<int>(m_files.size()) - 1;
+    load(m_current + direction);
+}
+
+void Playback::start(StartMode mode)
+{
+    const bool wasPlaying = m_playing;
+    m_playing = true;
+    tryForwards();
+    const QPointer<Playback> self(this);
+    if (mode == Reload)
+        load(m_current);
+    else
+        m_player->play();
+    if (self && m_playing && !wasPlaying)
+        emit playingChanged(true);
+}
+
+void Playback::load(int index)
+{
+    const int count = static_cast<int>(m_files.size());
+    m_current = (index + count) % count;
+    m_leaveTimer.stop();
+    // The backend stalls where its source changes while it still loads, and takes a second to let go of one that
+    // failed; a player of its own for every file avoids both, and late reports about the file before.
+    renewPlayer();
+    m_failed = false;
+
+    const QString file = currentFile();
+    if (QFileInfo(file).isFile()) {
+        m_player->setSource(QUrl::fromLocalFile(file));
+        if (m_playing && !m_failed)
+            m_player->play();
+    } else {
+        fail(tr("no such file"));
+    }
+    emit currentChanged(file);
+}
+
+void Playback::fail(const QString& reason)
+{
+    // Backends report one broken file several times; the first reason is the telling one.
+    if (m_failed)
+        return;
+    m_failed = true;
+    m_failure = reason.isEmpty() ? tr("unknown kind of file") : reason;
+    m_leaveTimer.start();
+}
+
+void Playback::mediaStatusChanged(QMediaPlayer::MediaStatus status)
+{
+    if (status == QMediaPlayer::InvalidMedia)
+        fail(m_player->errorString());
+    else if (status == QMediaPlayer::EndOfMedia && !m_failed)
+        m_leaveTimer.start();
+}
+
+void Playback::leaveFile()
+{
+    if (m_failed)
+        leaveFailedFile();
+    else
+        leaveFinishedFile();
+}
+
+void Playback::leaveFailedFile()
+{
+    const QPointer<Playback> self(this);
+    emit fileFailed(currentFile(), m_failure);
+    // A receiver may have opened something else, which clears the failure or asks for this function again.
+    if (!self || !m_failed || m_leaveTimer.isActive())
+        return;
+    if (m_triesLeft <= 0) {
+        stop();
+        return;
+    }
+    --m_triesLeft;
+    load(m_current + m_direction);
+}
+
+void Playback::leaveFinishedFile()
+{
+    if (m_current + 1 >= m_files.size()) {
+        stop();
+        return;
+    }
+    ++m_current;
+    tryForwards();
+    load(m_current);
+}
+
+// From the current file to the end of the list and no further, so that a list without a playable file comes to an end.
+void Playback::tryForwards()
+{
+    m_direction = 1;
+    m_triesLeft = static_cast<int>(m_files.size()) - 1 - m_current;
+}
+
+void Playback::setPlaying(bool playing)
+{
+    if (m_playing == playing)
+        return;
+    m_playing = playing;
+    emit playingChanged(playing);
+}

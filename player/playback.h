@@ -1,0 +1,96 @@
+#ifndef SKINWIDGETS_PLAYER_PLAYBACK_H
+#define SKINWIDGETS_PLAYER_PLAYBACK_H
+
+#include <QMediaPlayer>
+#include <QObject>
+#include <QStringList>
+#include <QTimer>
+
+#include <memory>
+
+/*
+ * Plays a list of sound files one after the other. Times are milliseconds, the volume is 0 to 100.
+ *
+ * At the end of a file the next one plays; after the last one playback stops there, rewound. A file that cannot be
+ * played is reported once each time it is tried and passed over: forwards to the end of the list, or, when the user
+ * stepped on to it, in the direction of the step once around the list. When no file is left to try, playback stops.
+ */
+class Playback : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Playback(QObject* parent = nullptr);
+    ~Playback() override;
+
+    // Without a device the files still play in real time, silently.
+    static bool hasSoundDevice();
+
+    // Replaces the list and plays its first file. An empty list is ignored.
+    void open(const QStringList& files);
+    QStringList files() const { return m_files; }
+    // The file that plays or would play, empty before open().
+    QString currentFile() const;
+    int currentIndex() const { return m_current; }
+
+    // From play() until the user or the end of the list stops it; a file that is still loading counts.
+    bool isPlaying() const { return m_playing; }
+    qint64 position() const { return m_player->position(); }
+    // 0 until known.
+    qint64 duration() const { return m_player->duration(); }
+    int volume() const { return m_volume; }
+
+public slots:
+    void play();
+    void pause();
+    // Stops and rewinds the current file.
+    void stop();
+    // Step to a neighbour in the list, around its ends; what was playing goes on playing there.
+    void next();
+    void previous();
+    // Clamped to the file's length; ignored where the file cannot be searched.
+    void setPosition(qint64 position);
+    // Clamped to 0 to 100.
+    void setVolume(int volume);
+
+signals:
+    void playingChanged(bool playing);
+    void currentChanged(const QString& file);
+    void positionChanged(qint64 position);
+    void durationChanged(qint64 duration);
+    void volumeChanged(int volume);
+    // Emitted before the next file is tried.
+    void fileFailed(const QString& file, const QString& reason);
+
+private:
+    enum StartMode { Continue, Reload };
+
+    void start(StartMode mode);
+    void renewPlayer();
+    void load(int index);
+    void stepBy(int direction);
+    void fail(const QString& reason);
+    void mediaStatusChanged(QMediaPlayer::MediaStatus status);
+    void leaveFile();
+    void leaveFailedFile();
+    void leaveFinishedFile();
+    void tryForwards();
+    void setPlaying(bool playing);
+
+    QStringList m_files;
+    int m_current = -1;
+    bool m_playing = false;
+    int m_volume = 100;
+    bool m_failed = false;
+    QString m_failure;
+    // Where to go from a file that fails, and how many more may be tried before giving up.
+    int m_direction = 1;
+    int m_triesLeft = 0;
+
+    // Never null.
+    std::unique_ptr<QMediaPlayer> m_player;
+    // The backend reports ends and failures from within its own work, where its source must not change.
+    QTimer m_leaveTimer;
+};
+
+#endif
