@@ -1,0 +1,359 @@
+#include "player/mediabackend.h"
+#include "player/playback.h"
+#include "player/soundfiles.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+
+class TestPlayback : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void startsEmpty();
+    void openIgnoresAnEmptyList();
+    void keepsRealTime();
+    void standsStillInPause();
+    void stopRewinds();
+    void searchesWithinTheFile();
+    void clampsTheVolume_data();
+    void clampsTheVolume();
+    void stepsAroundTheEnds();
+    void playsAfterQuickTurns();
+    void playsAfterQuickSteps();
+    void receiverMayStepOnAnySignal();
+    void stepsKeepPaused();
+    void playsTheListToItsEnd();
+    void playsAgainAfterTheEnd();
+    void passesOverUnplayableFiles_data();
+    void passesOverUnplayableFiles();
+    void passesOverBackwardsWhenSteppingBack();
+    void givesUpWhereNothingPlays();
+    void triesAFailedFileAgain();
+    void receiverMayOpenOtherFilesOnFailure();
+    void receiverMayDeleteOnFailure();
+
+private:
+    QString shippedSound() const { return qEnvironmentVariable("QPEDIR") + QStringLiteral("sounds/night_walk.ogg"); }
+
+    SoundFiles m_sounds;
+    QString m_long;
+    QString m_short;
+    QString m_brief;
+    QString m_text;
+};
+
+void TestPlayback::initTestCase()
+{
+    mediabackend::choose();
+    mediabackend::silence();
+    m_long = m_sounds.tone("long.wav", 20000);
+    m_short = m_sounds.tone("short.wav", 300);
+    m_brief = m_sounds.tone("brief.wav", 200);
+    m_text = m_sounds.text("text.wav");
+}
+
+void TestPlayback::startsEmpty()
+{
+    Playback playback;
+    QSignalSpy playing(&playback, &Playback::playingChanged);
+    playback.play();
+    playback.next();
+    playback.previous();
+    playback.pause();
+    playback.stop();
+    playback.setPosition(100);
+    QVERIFY(!playback.isPlaying());
+    QCOMPARE(playing.count(), 0);
+    QCOMPARE(playback.currentFile(), QString());
+    QCOMPARE(playback.currentIndex(), -1);
+    QCOMPARE(playback.position(), 0);
+    QCOMPARE(playback.duration(), 0);
+}
+
+void TestPlayback::openIgnoresAnEmptyList()
+{
+    Playback playback;
+    playback.open({m_long});
+    playback.open({});
+    QVERIFY(playback.isPlaying());
+    QCOMPARE(playback.files(), QStringList{m_long});
+}
+
+void TestPlayback::keepsRealTime()
+{
+    Playback playback;
+    QSignalSpy positions(&playback, &Playback::positionChanged);
+    playback.open({shippedSound()});
+    QTRY_VERIFY(playback.position() > 0);
+    QVERIFY(qAbs(playback.duration() - 20800) < 100);
+
+    QElapsedTimer clock;
+    clock.start();
+    const qint64 start = playback.position();
+    QTRY_VERIFY(playback.position() >= start + 1500);
+    const qint64 played = playback.position() - start;
+    QVERIFY2(qAbs(clock.elapsed() - played) < 500,
+             qPrintable(QStringLiteral("%1 ms took %2 ms").arg(played).arg(clock.elapsed())));
+    // Often enough for a display of seconds that never skips one.
+    QVERIFY(positions.count() >= 5);
+}
+
+void TestPlayback::standsStillInPause()
+{
+    Playback playback;
+    playback.open({m_long});
+    QTRY_VERIFY(playback.position() > 200);
+    QSignalSpy playing(&playback, &Playback::playingChanged);
+    playback.pause();
+    QVERIFY(!playback.isPlaying());
+    const qint64 position = playback.position();
+    QTest::qWait(500);
+    QCOMPARE(playback.position(), position);
+    playback.play();
+    QTRY_VERIFY(playback.position() > position + 100);
+    // It went on from there instead of beginning anew.
+    QVERIFY(playback.position() < position + 5000);
+    QCOMPARE(playing, (QList<QVariantList>{{false}, {true}}));
+}
+
+void TestPlayback::stopRewinds()
+{
+    Playback playback;
+    playback.open({m_long});
+    QTRY_VERIFY(playback.position() > 0);
+    playback.stop();
+    QVERIFY(!playback.isPlaying());
+    QTRY_COMPARE(playback.position(), 0);
+    QTest::qWait(300);
+    QCOMPARE(playback.position(), 0);
+    playback.play();
+    QTRY_VERIFY(playback.position() > 0);
+    QVERIFY(playback.position() < 5000);
+}
+
+void TestPlayback::searchesWithinTheFile()
+{
+    Playback playback;
+    playback.open({m_long});
+    QTRY_VERIFY(playback.position() > 0);
+    playback.setPosition(10000);
+    QTRY_VERIFY(playback.position() > 10000);
+    QVERIFY(playback.position() < 15000);
+    playback.setPosition(-5);
+    QTRY_VERIFY(playback.position() < 5000);
+    playback.setPosition(1000000000);
+    QTRY_VERIFY(!playback.isPlaying());
+}
+
+void TestPlayback::clampsTheVolume_data()
+{
+    QTest::addColumn<int>("asked");
+    QTest::addColumn<int>("given");
+    QTest::newRow("silent") << 0 << 0;
+    QTest::newRow("third") << 33 << 33;
+    QTest::newRow("below") << -1 << 0;
+    QTest::newRow("above") << 101 << 100;
+}
+
+void TestPlayback::clampsTheVolume()
+{
+    QFETCH(int, asked);
+    QFETCH(int, given);
+    Playback playback;
+    playback.setVolume(50);
+    QSignalSpy changes(&playback, &Playback::volumeChanged);
+    playback.setVolume(asked);
+    playback.setVolume(asked);
+    QCOMPARE(playback.volume(), given);
+    QCOMPARE(changes, (QList<QVariantList>{{given}}));
+}
+
+void TestPlayback::stepsAroundTheEnds()
+{
+    Playback playback;
+    const QString second = m_sounds.tone("second.wav", 20000);
+    playback.open({m_long, second, m_long});
+    QSignalSpy current(&playback, &Playback::currentChanged);
+    playback.previous();
+    QCOMPARE(playback.currentIndex(), 2);
+    playback.next();
+    QCOMPARE(playback.currentIndex(), 0);
+    playback.next();
+    QCOMPARE(playback.currentIndex(), 1);
+    QCOMPARE(current, (QList<QVariantList>{{m_long}, {m_long}, {second}}));
+    QVERIFY(playback.isPlaying());
+    QTRY_VERIFY(playback.position() > 0);
+}
+
+void TestPlayback::playsAfterQuickTurns()
+{
+    Playback playback;
+    playback.open({shippedSound()});
+    playback.pause();
+    playback.play();
+    playback.stop();
+    playback.play();
+    playback.pause();
+    playback.play();
+    QVERIFY(playback.isPlaying());
+    QTRY_VERIFY(playback.position() > 200);
+}
+
+void TestPlayback::playsAfterQuickSteps()
+{
+    // Each step comes while the file before it is still loading.
+    Playback playback;
+    playback.open({m_long, shippedSound(), m_long});
+    for (int i = 0; i < 10; ++i)
+        playback.next();
+    QCOMPARE(playback.currentFile(), shippedSound());
+    QTRY_VERIFY(playback.position() > 0);
+    QVERIFY(qAbs(playback.duration() - 20800) < 100);
+}
+
+void TestPlayback::receiverMayStepOnAnySignal()
+{
+    Playback playback;
+    int steps = 0;
+    const auto step = [&] {
+        if (steps++ < 4)
+            playback.next();
+    };
+    connect(&playback, &Playback::durationChanged, &playback, step);
+    connect(&playback, &Playback::positionChanged, &playback, step);
+    playback.open({m_long, shippedSound()});
+    QTRY_VERIFY(steps > 4);
+    QTRY_VERIFY(playback.position() > 0);
+    QCOMPARE(playback.currentIndex(), 0);
+}
+
+void TestPlayback::stepsKeepPaused()
+{
+    Playback playback;
+    playback.open({m_long, m_short});
+    QTRY_VERIFY(playback.position() > 0);
+    playback.pause();
+    playback.next();
+    QVERIFY(!playback.isPlaying());
+    QTRY_COMPARE(playback.duration(), 300);
+    QTest::qWait(300);
+    QCOMPARE(playback.position(), 0);
+    QCOMPARE(playback.currentIndex(), 1);
+}
+
+void TestPlayback::playsTheListToItsEnd()
+{
+    Playback playback;
+    QSignalSpy current(&playback, &Playback::currentChanged);
+    QSignalSpy playing(&playback, &Playback::playingChanged);
+    playback.open({m_short, m_brief});
+    QTRY_COMPARE(playing, (QList<QVariantList>{{true}, {false}}));
+    QCOMPARE(current, (QList<QVariantList>{{m_short}, {m_brief}}));
+    QCOMPARE(playback.currentIndex(), 1);
+    QTRY_COMPARE(playback.position(), 0);
+}
+
+void TestPlayback::playsAgainAfterTheEnd()
+{
+    Playback playback;
+    QSignalSpy playing(&playback, &Playback::playingChanged);
+    playback.open({m_short});
+    QTRY_COMPARE(playing.count(), 2);
+    QSignalSpy positions(&playback, &Playback::positionChanged);
+    playback.play();
+    QTRY_VERIFY(positions.count() > 0 && playback.position() > 0);
+    QTRY_COMPARE(playing, (QList<QVariantList>{{true}, {false}, {true}, {false}}));
+}
+
+void TestPlayback::passesOverUnplayableFiles_data()
+{
+    QTest::addColumn<QString>("bad");
+    const QString empty = m_sounds.path("empty.ogg");
+    QVERIFY(QFile(empty).open(QIODevice::WriteOnly));
+    QTest::newRow("text") << m_text;
+    QTest::newRow("empty") << empty;
+    QTest::newRow("missing") << m_sounds.path("missing.ogg");
+    QTest::newRow("directory") << QFileInfo(m_text).path();
+    QTest::newRow("device without end") << QStringLiteral("/dev/zero");
+}
+
+void TestPlayback::passesOverUnplayableFiles()
+{
+    QFETCH(QString, bad);
+    Playback playback;
+    QSignalSpy failed(&playback, &Playback::fileFailed);
+    playback.open({bad, m_long});
+    QTRY_COMPARE(playback.currentFile(), m_long);
+    QTRY_VERIFY(playback.position() > 0);
+    QVERIFY(playback.isPlaying());
+    QCOMPARE(failed.count(), 1);
+    QCOMPARE(failed[0][0].toString(), bad);
+    QVERIFY(!failed[0][1].toString().isEmpty());
+}
+
+void TestPlayback::passesOverBackwardsWhenSteppingBack()
+{
+    Playback playback;
+    playback.open({m_long, m_text, m_long});
+    playback.previous();
+    QCOMPARE(playback.currentIndex(), 2);
+    playback.previous();
+    QTRY_COMPARE(playback.currentIndex(), 0);
+    QTRY_VERIFY(playback.position() > 0);
+}
+
+void TestPlayback::givesUpWhereNothingPlays()
+{
+    Playback playback;
+    QSignalSpy failed(&playback, &Playback::fileFailed);
+    QSignalSpy playing(&playback, &Playback::playingChanged);
+    const QString missing = m_sounds.path("missing.ogg");
+    playback.open({m_text, missing, m_text});
+    QTRY_COMPARE(playing, (QList<QVariantList>{{true}, {false}}));
+    QCOMPARE(failed.count(), 3);
+    // A step of the user tries every file once more, around the end.
+    playback.next();
+    QTRY_COMPARE(failed.count(), 6);
+    QTest::qWait(100);
+    QCOMPARE(failed.count(), 6);
+}
+
+void TestPlayback::triesAFailedFileAgain()
+{
+    const QString late = m_sounds.path("late.wav");
+    Playback playback;
+    QSignalSpy failed(&playback, &Playback::fileFailed);
+    playback.open({late});
+    QTRY_COMPARE(failed.count(), 1);
+    QTRY_VERIFY(!playback.isPlaying());
+    m_sounds.tone("late.wav", 20000);
+    playback.play();
+    QTRY_VERIFY(playback.position() > 0);
+    QCOMPARE(failed.count(), 1);
+}
+
+void TestPlayback::receiverMayOpenOtherFilesOnFailure()
+{
+    Playback playback;
+    connect(&playback, &Playback::fileFailed, &playback, [&] { playback.open({m_long}); });
+    playback.open({m_text, m_short});
+    QTRY_COMPARE(playback.currentFile(), m_long);
+    QTRY_VERIFY(playback.position() > 0);
+}
+
+void TestPlayback::receiverMayDeleteOnFailure()
+{
+    auto playback = std::make_unique<Playback>();
+    QSignalSpy destroyed(playback.get(), &QObject::destroyed);
+    connect(playback.get(), &Playback::fileFailed, this, [&] { playback.reset(); });
+    playback->open({m_text, m_short});
+    QTRY_COMPARE(destroyed.count(), 1);
+}
+
+QTEST_GUILESS_MAIN(TestPlayback)
+#include "tst_playback.moc"

@@ -1,0 +1,192 @@
+#include "player/soundfiles.h"
+
+#include <QElapsedTimer>
+#include <QImage>
+#include <QProcess>
+#include <QTest>
+
+/* The program as a user starts it. */
+class TestSkinplayer : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void helpNamesEveryOption();
+    void versionIsThatOfTheProject();
+    void badOptionsFail_data();
+    void badOptionsFail();
+    void unknownSkinIsTold_data();
+    void unknownSkinIsTold();
+    void skinWithoutPanelIsTold();
+    void screenshotShowsThePlayer();
+    void screenshotThatCannotBeWrittenFails();
+    void quitAfterEndsTheProgram();
+    void silentPlaybackIsToldOnce();
+    void unplayableFilesAreToldOnce();
+
+private:
+    struct Result {
+        int exitCode = -1;
+        QByteArray out;
+        QByteArray err;
+    };
+    static Result run(const QStringList& arguments);
+    static Result run(const QStringList& arguments, const QProcessEnvironment& environment);
+
+    SoundFiles m_files;
+};
+
+TestSkinplayer::Result TestSkinplayer::run(const QStringList& arguments)
+{
+    return run(arguments, QProcessEnvironment::systemEnvironment());
+}
+
+TestSkinplayer::Result TestSkinplayer::run(const QStringList& arguments, const QProcessEnvironment& environment)
+{
+    QProcess program;
+    program.setProcessEnvironment(environment);
+    program.start(QStringLiteral(SKINPLAYER_PROGRAM), arguments);
+    if (!program.waitForFinished(20000) || program.exitStatus() != QProcess::NormalExit) {
+        program.kill();
+        program.waitForFinished();
+        return {-1, program.readAllStandardOutput(), program.readAllStandardError()};
+    }
+    return {program.exitCode(), program.readAllStandardOutput(), program.readAllStandardError()};
+}
+
+void TestSkinplayer::initTestCase()
+{
+    // Qt tells on stderr where it has to think of a place for run-time files.
+    qputenv("XDG_RUNTIME_DIR", m_files.path(QString()).toLocal8Bit());
+}
+
+void TestSkinplayer::helpNamesEveryOption()
+{
+    const Result result = run({"--help"});
+    QCOMPARE(result.exitCode, 0);
+    for (const char* option : {"--skin", "--screenshot", "--quit-after", "--version", "[files...]"})
+        QVERIFY2(result.out.contains(option), option);
+}
+
+void TestSkinplayer::versionIsThatOfTheProject()
+{
+    const Result result = run({"--version"});
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.out.trimmed(), QByteArray("skinplayer " SKINPLAYER_VERSION));
+}
+
+void TestSkinplayer::badOptionsFail_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("told");
+    QTest::newRow("unknown") << QStringList{"--loud"} << QByteArray("loud");
+    QTest::newRow("no value") << QStringList{"--skin"} << QByteArray("skin");
+    QTest::newRow("seconds in words") << QStringList{"--quit-after", "soon"} << QByteArray("soon");
+    QTest::newRow("negative seconds") << QStringList{"--quit-after=-1"} << QByteArray("-1");
+    QTest::newRow("not a number") << QStringList{"--quit-after", "nan"} << QByteArray("nan");
+    QTest::newRow("screenshot without a name") << QStringList{"--screenshot", ""} << QByteArray("--screenshot");
+}
+
+void TestSkinplayer::badOptionsFail()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, told);
+    const Result result = run(arguments);
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.err.contains(told), result.err);
+}
+
+void TestSkinplayer::unknownSkinIsTold_data()
+{
+    QTest::addColumn<QString>("skin");
+    QTest::newRow("no such name") << QStringLiteral("noon");
+    QTest::newRow("empty") << QString();
+    QTest::newRow("path") << QStringLiteral("../pics/night");
+}
+
+void TestSkinplayer::unknownSkinIsTold()
+{
+    QFETCH(QString, skin);
+    const Result result = run({"--skin", skin});
+    QCOMPARE(result.exitCode, 2);
+    QVERIFY2(result.err.contains('"' + skin.toLatin1() + '"'), result.err);
+    QVERIFY2(result.err.contains("night"), result.err);
+}
+
+void TestSkinplayer::skinWithoutPanelIsTold()
+{
+    QTemporaryDir root;
+    QVERIFY(QDir(root.path()).mkpath(QStringLiteral("pics/bare")));
+    QVERIFY(QFile(root.filePath(QStringLiteral("pics/bare/config"))).open(QIODevice::WriteOnly));
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QPEDIR"), root.path());
+    const Result result = run({"--skin", "bare"}, environment);
+    QCOMPARE(result.exitCode, 2);
+    QVERIFY2(result.err.contains("\"bare\" has no player panel"), result.err);
+}
+
+void TestSkinplayer::screenshotShowsThePlayer()
+{
+    const QString file = m_files.path("player.png");
+    const Result result = run({"--screenshot", file});
+    QCOMPARE(result.exitCode, 0);
+    const QImage picture(file);
+    QCOMPARE(picture.size(), QSize(480, 272));
+    // Where no button lies the picture is the skin's background.
+    const QImage background(qEnvironmentVariable("QPEDIR") + QStringLiteral("pics/night/player_bg.png"));
+    QCOMPARE(picture.pixelColor(5, 5).rgb(), background.pixelColor(5, 5).rgb());
+
+    // It plays, so the button in the middle is pause, focused.
+    const QImage strip(qEnvironmentVariable("QPEDIR") + QStringLiteral("pics/night/pause.png"));
+    const int width = strip.width() / 4;
+    int compared = 0;
+    for (int y = 0; y < strip.height(); ++y) {
+        for (int x = 0; x < width; ++x) {
+            const QRgb pixel = strip.pixel(2 * width + x, y);
+            if (qAlpha(pixel) != 255)
+                continue;
+            QCOMPARE(picture.pixel(172 + x, 187 + y), pixel);
+            ++compared;
+        }
+    }
+    QVERIFY(compared > 100);
+}
+
+void TestSkinplayer::screenshotThatCannotBeWrittenFails()
+{
+    const QString file = m_files.path("no such directory/player.png");
+    const Result result = run({"--screenshot", file});
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.err.contains(file.toLocal8Bit()), result.err);
+}
+
+void TestSkinplayer::quitAfterEndsTheProgram()
+{
+    QElapsedTimer clock;
+    clock.start();
+    const Result result = run({"--quit-after", "0.5"});
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY(clock.elapsed() >= 500);
+}
+
+void TestSkinplayer::silentPlaybackIsToldOnce()
+{
+    const QString tone = m_files.tone("tone.wav", 100);
+    const Result result = run({"--quit-after", "1", tone, tone});
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.err, QByteArray("skinplayer: no sound device found, playing silently\n"));
+}
+
+void TestSkinplayer::unplayableFilesAreToldOnce()
+{
+    const QString text = m_files.text("text.ogg");
+    const Result result = run({"--quit-after", "1", text, "missing.ogg", text});
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.err.count("text.ogg"), 1);
+    QCOMPARE(result.err.count("missing.ogg"), 1);
+    QCOMPARE(result.err.count('\n'), 3);
+}
+
+QTEST_GUILESS_MAIN(TestSkinplayer)
+#include "tst_skinplayer.moc"
