@@ -308,33 +308,14 @@ void SliderSkin::paintEvent(QPaintEvent* event)
 
 void SliderSkin::paintSlider(QPixmap* pm, const QRect& r)
 {
-    drawBlended(pm, isDragged() ? barPressedImage : barImage, r, barRect());
+    skinwidgets::blendIntoArea(*pm, r, isDragged() ? barPressedImage : barImage, barRect(), alphaOverride);
 }
 
 void SliderSkin::paintMarkers(QPixmap* pm, const QRect& r)
 {
     for (const SliderMarker& marker : markers)
         if (marker.used)
-            drawBlended(pm, marker.image, r, marker.rect);
-}
-
-void SliderSkin::drawBlended(QPixmap* pm, const QImage& picture, const QRect& r, const QRect& pictureRect) const
-{
-    const QRect common = r & pictureRect;
-    if (common.isEmpty())
-        return;
-    QImage target = skinwidgets::toStraight(pm->toImage());
-    const bool inPlace = !pm->paintingActive();
-    // Let go of the pixels, so that they are written in place.
-    if (inPlace)
-        *pm = QPixmap();
-    skinwidgets::blendOver(target, picture, pictureRect.topLeft() - r.topLeft());
-    if (alphaOverride < 255)
-        skinwidgets::overwriteAlpha(target, common.translated(-r.topLeft()), alphaOverride);
-    if (inPlace)
-        *pm = skinwidgets::pixmapFromStraight(std::move(target));
-    else
-        bitBlt(pm, 0, 0, &target);
+            skinwidgets::blendIntoArea(*pm, r, marker.image, marker.rect, alphaOverride);
 }
 
 void SliderSkin::reallyMoveSlider(int newPos)

@@ -201,7 +201,6 @@ private:
     bool isDragged() const;
     void setStrips(const QImage& back, const QImage& bar);
     QRect playedRect() const;
-    void drawBlended(QPixmap* pm, const QImage& picture, const QRect& r, const QRect& pictureRect) const;
     int dragPosition(const QMouseEvent* event) const;
 };
 

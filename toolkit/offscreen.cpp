@@ -1,6 +1,7 @@
 #include "toolkit/offscreen.h"
 
 #include "toolkit/pixels.h"
+#include "toolkit/toolkit.h"
 #include "toolkit/widgetbackground.h"
 
 #include <QPaintEngine>
@@ -47,6 +48,26 @@ bool deviceHasAlpha(const QPainter& painter)
 }
 
 } // namespace
+
+void blendIntoArea(QPixmap& target, const QRect& area, const QImage& picture, const QRect& pictureRect, uchar alpha)
+{
+    if (area.isEmpty() || pictureRect.isEmpty() || !area.intersects(pictureRect))
+        return;
+    QImage pixels = toStraight(target.toImage());
+    const bool inPlace = !target.paintingActive();
+    // Let go of the pixels, so that they are written in place.
+    if (inPlace)
+        target = QPixmap();
+    const bool fits = picture.size() == pictureRect.size();
+    blendOver(pixels, fits ? picture : picture.copy(QRect(QPoint(), pictureRect.size())),
+              pictureRect.topLeft() - area.topLeft());
+    if (alpha < 255)
+        overwriteAlpha(pixels, (area & pictureRect).translated(-area.topLeft()), alpha);
+    if (inPlace)
+        target = pixmapFromStraight(std::move(pixels));
+    else
+        bitBlt(&target, 0, 0, &pixels);
+}
 
 void copyToWidget(QPainter& painter, const QWidget* widget, const QPoint& at, const QImage& picture)
 {

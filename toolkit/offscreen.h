@@ -25,6 +25,12 @@ using DrawArea = std::function<void(QPixmap& target, const QRect& area)>;
 SKINWIDGETS_EXPORT void paintThroughPixmap(QWidget* widget, const QRegion& region, Prepared prepared,
                                            const DrawArea& draw);
 
+// Blends the picture, whose place on the widget is pictureRect, over a pixmap that stands for an area of the widget,
+// with the picture's own alpha. All pixels of pictureRect then get the alpha byte, 255 leaving them as they
+// came out. Nothing is drawn outside pictureRect or the area.
+SKINWIDGETS_EXPORT void blendIntoArea(QPixmap& target, const QRect& area, const QImage& picture,
+                                      const QRect& pictureRect, uchar alpha);
+
 // Copies straight 32-bit pixels to the screen: the colours alone in an opaque window, and with their alpha in a window
 // with a translucent background, where they let through what is behind it.
 SKINWIDGETS_EXPORT void copyToWidget(QPainter& painter, const QWidget* widget, const QPoint& at, const QImage& picture);
