@@ -2,10 +2,13 @@
 
 #include "skinbase/skinreader.h"
 #include "toolkit/offscreen.h"
+#include "toolkit/pictureloader.h"
 
 #include <algorithm>
 #include <array>
 
+using skinwidgets::largestPicturePixels;
+using skinwidgets::largestPictureSide;
 using skinwidgets::SkinReader;
 
 namespace
@@ -67,7 +70,7 @@ void TimeSkin::do_configloading(QString group)
     colonImage = new QImage(skinwidgets::toStraight(skin.picture(QStringLiteral("colon_image"))));
     delete numberImage;
     numberImage = new QImage(skinwidgets::toStraight(skin.picture(QStringLiteral("number_image"))));
-    spacing = std::clamp(skin.number(QStringLiteral("spacing")), -farthestSpacing, farthestSpacing);
+    spacing = skin.number(QStringLiteral("spacing"));
 
     // The constructor gets this class's own layout, a later call that of a subclass.
     // NOLINTBEGIN(clang-analyzer-optin.cplusplus.VirtualCall)
@@ -75,9 +78,17 @@ void TimeSkin::do_configloading(QString group)
     redrawDigits();
     redrawColons();
     // NOLINTEND(clang-analyzer-optin.cplusplus.VirtualCall)
-    const TimeDigit& last = digits[5];
-    resize(last.rect.left() + last.images[0].width(), last.images[0].height());
+    sizeToFigures();
     update();
+}
+
+void TimeSkin::sizeToFigures()
+{
+    const TimeDigit& last = digits[5];
+    const int height = last.images[0].height();
+    const qint64 widest = std::min<qint64>(largestPictureSide, largestPicturePixels / std::max(height, 1));
+    const qint64 width = qint64(last.rect.left()) + last.images[0].width();
+    resize(static_cast<int>(std::min(width, widest)), height);
 }
 
 void TimeSkin::init_positions(const QSize& number, const QSize& colon)

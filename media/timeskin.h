@@ -20,11 +20,10 @@ struct TimeDigit {
  *
  *     number_image   picture file, the ten figures 0 to 9 side by side, each a tenth of the width, rounded down
  *     colon_image    picture file
- *     spacing        pixels between neighbouring places, -1 where missing; negative ones let them overlap. Beyond
- *                    farthestSpacing it counts as that
+ *     spacing        pixels between neighbouring places, -1 where missing; negative ones let them overlap
  *
  * What is missing is not drawn; without figures the display has no size worth showing. The limits of pictures and of
- * the config file are those of SkinBase.
+ * the config file are those of SkinBase; a display that would be larger than a picture may be is cut off at its right.
  *
  * Every figure is composed over the background in advance, once for each place.
  */
@@ -33,8 +32,6 @@ class SKINWIDGETS_EXPORT TimeSkin : public SkinBase
     Q_OBJECT
 
 public:
-    static constexpr int farthestSpacing = 16384;
-
     // Loads the group of its object name and shows 00:00:00.
     explicit TimeSkin(QWidget* parent = nullptr, const char* name = nullptr, unsigned int flags = 0);
     ~TimeSkin() override;
@@ -86,6 +83,7 @@ protected:
 
 private:
     QImage figure(int number) const;
+    void sizeToFigures();
 };
 
 #endif

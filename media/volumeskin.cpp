@@ -6,7 +6,6 @@
 #include <QEvent>
 
 #include <algorithm>
-#include <limits>
 
 using skinwidgets::SkinReader;
 
@@ -20,13 +19,6 @@ constexpr QLatin1String muteOff("mute_off");
 int boundedCoordinate(int number)
 {
     return std::clamp(number, -QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-}
-
-// The level that an unsigned number stands for: signals carry levels below 0 by their bits.
-int levelFor(unsigned int number, bool belowZero)
-{
-    const unsigned int highest = std::numeric_limits<int>::max();
-    return static_cast<int>(belowZero ? number : std::min(number, highest));
 }
 
 } // namespace
@@ -81,7 +73,7 @@ void VolumeSkin::set_volumeValue(unsigned int v)
     const QPointer<VolumeSkin> self(this);
     // While the slider is dragged it takes no value, and has the one that the moves gave it.
     if (slider)
-        slider->setValue(levelFor(v, slider->minValue() < 0));
+        slider->setValue(static_cast<int>(v));
     if (self)
         change_volumebutton();
 }

@@ -54,7 +54,7 @@ signals:
 
 public slots:
     // Sets the level, bounded to the slider's range. Ignored while the stylus drags the slider. Emits no signal of the
-    // panel. A level below 0 is the unsigned number with the same bits.
+    // panel. Counts as the int with the same bits, so that numbers beyond the ints are levels below 0.
     void set_volumeValue(unsigned int v);
     // Acts on a click: "mute_off" mutes, any other button brings the sound back. Clicks at level 0 do nothing.
     void button_event(const QObject* sender, const QString name);
