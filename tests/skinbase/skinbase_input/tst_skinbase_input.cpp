@@ -75,6 +75,7 @@ private slots:
     void focusPrevCalls();
     void focusNextWithoutCandidate_data();
     void focusNextWithoutCandidate();
+    void focusReachesTheLastOfARound();
     void focusRoundTrip();
     void focusTravelOnEmptyPanel();
     void focusTravelWhileHeld();
@@ -472,6 +473,20 @@ void TestSkinBaseInput::focusNextWithoutCandidate()
     QCOMPARE(panel->state("c"), c);
     QCOMPARE(panel->state("a"), a);
     QCOMPARE(panel->state("b"), b);
+}
+
+// With no focused button the round has as many steps as there are buttons.
+void TestSkinBaseInput::focusReachesTheLastOfARound()
+{
+    panel->hideButton("c");
+    panel->hideButton("a");
+    panel->focusNextButton();
+    QCOMPARE(panel->getFocus(), QStringLiteral("b"));
+    panel->setButtonFocus("nobody");
+    panel->showNormal("c");
+    panel->hideButton("b");
+    panel->focusPrevButton();
+    QCOMPARE(panel->getFocus(), QStringLiteral("c"));
 }
 
 void TestSkinBaseInput::focusRoundTrip()
