@@ -113,6 +113,52 @@ QImage imageOf(const QPaintDevice* device)
     return {};
 }
 
+// A widget paints into another device during its paint event; only the widget knows which.
+struct PaintTarget : QPaintDevice {
+    using QPaintDevice::redirected;
+    using QPaintDevice::sharedPainter;
+};
+
+const QPaintEngine* engineInUse(const QWidget* widget)
+{
+    // A rendering through a painter has all widgets share it.
+    if (const QPainter* shared = (widget->*&PaintTarget::sharedPainter)())
+        return shared->paintEngine();
+    QPoint offset;
+    const QPaintDevice* device = (widget->*&PaintTarget::redirected)(&offset);
+    return device && device->paintingActive() ? device->paintEngine() : nullptr;
+}
+
+// The painter that is open on the widget in its paint event, null where there is none.
+QPainter* openPainter(const QWidget* widget)
+{
+    const QPaintEngine* engine = engineInUse(widget);
+    QPainter* painter = engine ? engine->painter() : nullptr;
+    return painter && painter->device() == widget ? painter : nullptr;
+}
+
+// How the painter has been moved, clipped or set is of no account.
+void copyUnmoved(QPainter& painter, const QWidget* widget, const QPoint& to, const QImage& picture)
+{
+    painter.save();
+    painter.resetTransform();
+    painter.setClipping(false);
+    painter.setOpacity(1);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    copyToWidget(painter, widget, to, picture);
+    painter.restore();
+}
+
+void copyIntoPaintEvent(QWidget* widget, const QPoint& to, const QImage& picture)
+{
+    if (QPainter* open = openPainter(widget)) {
+        copyUnmoved(*open, widget, to, picture);
+        return;
+    }
+    QPainter painter(widget);
+    copyUnmoved(painter, widget, to, picture);
+}
+
 // The source comes by value: it may be the target itself, which is then written into a copy.
 void copyTo(QPaintDevice* target, int dx, int dy, QImage source, int sx, int sy, int sw, int sh)
 {
@@ -131,11 +177,9 @@ void copyTo(QPaintDevice* target, int dx, int dy, QImage source, int sx, int sy,
     case QInternal::Pixmap:
         copyToPixmap(*static_cast<QPixmap*>(target), to, source, from);
         break;
-    case QInternal::Widget: {
-        QPainter painter(target);
-        copyToWidget(painter, static_cast<const QWidget*>(target), to, source.copy(from));
+    case QInternal::Widget:
+        copyIntoPaintEvent(static_cast<QWidget*>(target), to, source.copy(from));
         break;
-    }
     default:
         break;
     }

@@ -2,6 +2,7 @@
 #include "toolkit/toolkit.h"
 
 #include <QPainter>
+#include <QScreen>
 #include <QTest>
 #include <QWidget>
 
@@ -26,6 +27,8 @@ private slots:
     void nullDevices();
     void pointForm();
     void insidePaintEvent();
+    void insidePaintEventWithAPainter_data();
+    void insidePaintEventWithAPainter();
     void activePainter();
     void otherFormats();
 };
@@ -225,6 +228,70 @@ void TestBitBlt::insidePaintEvent()
     QCOMPARE(shot.pixel(2, 3), 0xffabcdefU);
     QVERIFY(shot.pixel(0, 0) != 0xffabcdefU);
     QVERIFY(shot.pixel(3, 1) != 0xffabcdefU);
+}
+
+void TestBitBlt::insidePaintEventWithAPainter_data()
+{
+    QTest::addColumn<QString>("where");
+    for (const char* where : {"screen", "grab", "render to a device", "render through a painter"})
+        QTest::newRow(where) << where;
+}
+
+// What the open painter draws before and after stays as it is, and the copy heeds none of its settings.
+void TestBitBlt::insidePaintEventWithAPainter()
+{
+    QFETCH(QString, where);
+    class Widget : public QWidget
+    {
+    public:
+        using QWidget::QWidget;
+        QImage onScreen;
+
+    protected:
+        void paintEvent(QPaintEvent*) override
+        {
+            const QImage picture = filled(3, 3, 0x0000ff00);
+            QPainter painter(this);
+            painter.fillRect(rect(), Qt::red);
+            painter.translate(2, 1);
+            painter.setClipRect(0, 0, 4, 4);
+            painter.setOpacity(0.5);
+            bitBlt(painter.device(), 4, 4, &picture);
+            painter.setOpacity(1);
+            painter.fillRect(0, 0, 20, 20, Qt::blue);
+            painter.resetTransform();
+            bitBlt(this, 0, 0, &picture, 0, 0, 1, 1);
+        }
+    };
+    QWidget window;
+    window.resize(12, 12);
+    Widget widget(&window);
+    widget.setGeometry(1, 1, 10, 10);
+    QImage shown(10, 10, QImage::Format_ARGB32_Premultiplied);
+    shown.fill(Qt::black);
+    if (where == "screen") {
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        const auto onScreen = [&] { return window.screen()->grabWindow(window.winId()).toImage(); };
+        QTRY_COMPARE(onScreen().pixel(10, 10), 0xffff0000U);
+        shown = onScreen().copy(widget.geometry());
+    } else if (where == "grab") {
+        shown = widget.grab().toImage();
+    } else if (where == "render to a device") {
+        widget.render(&shown);
+    } else {
+        QPainter painter(&shown);
+        widget.render(&painter);
+    }
+    for (int y = 0; y < 10; ++y) {
+        for (int x = 0; x < 10; ++x) {
+            const QRgb expected = x == 0 && y == 0                   ? 0xff00ff00U
+                                  : QRect(2, 1, 4, 4).contains(x, y) ? 0xff0000ffU
+                                  : QRect(4, 4, 3, 3).contains(x, y) ? 0xff00ff00U
+                                                                     : 0xffff0000U;
+            QCOMPARE(shown.pixel(x, y), expected);
+        }
+    }
 }
 
 void TestBitBlt::activePainter()
