@@ -19,9 +19,12 @@ private slots:
     void overwriteAlpha_data();
     void overwriteAlpha();
     void overwriteAlphaOfOtherFormats();
+    void overwriteAlphaOfPart();
     void viewWithoutAlphaSharesPixels();
     void coloursDoNotDependOnTargetAlpha_data();
     void coloursDoNotDependOnTargetAlpha();
+    void blendOverMatchesPainter_data();
+    void blendOverMatchesPainter();
     void blendColoursClips();
     void blendOverMergesAlpha_data();
     void blendOverMergesAlpha();
@@ -124,6 +127,20 @@ void TestPixels::overwriteAlphaOfOtherFormats()
     QVERIFY(null.isNull());
 }
 
+void TestPixels::overwriteAlphaOfPart()
+{
+    QImage image = filled(4, 4, 0x40fefdfc);
+    // Reaches beyond the picture at the right and below.
+    skinwidgets::overwriteAlpha(image, QRect(2, 1, 9, 9), 7);
+    for (int y = 0; y < 4; ++y)
+        for (int x = 0; x < 4; ++x)
+            QCOMPARE(image.pixel(x, y), x >= 2 && y >= 1 ? 0x07fefdfcU : 0x40fefdfcU);
+    const QImage before = image.copy();
+    skinwidgets::overwriteAlpha(image, QRect(4, 0, 2, 2), 9);
+    skinwidgets::overwriteAlpha(image, QRect(), 9);
+    QCOMPARE(image, before);
+}
+
 void TestPixels::viewWithoutAlphaSharesPixels()
 {
     const QImage image = filled(2, 2, 0x00a1b2c3);
@@ -160,6 +177,40 @@ void TestPixels::coloursDoNotDependOnTargetAlpha()
     blendOver(target, picture, QPoint());
     for (int x = 0; x < 256; ++x)
         QCOMPARE(target.pixel(x, 0) & 0xffffff, reference.pixel(x, 0) & 0xffffff);
+}
+
+void TestPixels::blendOverMatchesPainter_data()
+{
+    QTest::addColumn<QImage::Format>("format");
+    QTest::addColumn<int>("width");
+    for (const QImage::Format format :
+         {QImage::Format_ARGB32, QImage::Format_ARGB32_Premultiplied, QImage::Format_RGB32}) {
+        // Narrow pictures as well: several pixels are blended at a time where the processor can.
+        for (const int width : {1, 2, 3, 4, 5, 7, 256})
+            QTest::addRow("format %d, width %d", format, width) << format << width;
+    }
+}
+
+void TestPixels::blendOverMatchesPainter()
+{
+    QFETCH(QImage::Format, format);
+    QFETCH(int, width);
+    // Rows run through the colours of the target, columns through those of the picture.
+    QImage picture(width, 256, QImage::Format_ARGB32);
+    QImage opaque(width + 3, 256, QImage::Format_RGB32);
+    for (int alpha = 0; alpha < 256; ++alpha) {
+        for (int y = 0; y < 256; ++y) {
+            for (int x = 0; x < width; ++x)
+                picture.setPixel(x, y, qRgba((x * 37 + y) & 255, 255 - (x & 255), x & 255, (alpha + (x & 1)) & 255));
+            for (int x = 0; x < width + 3; ++x)
+                opaque.setPixel(x, y, qRgb(y, 255 - y, (x * 91 + y * 3) & 255));
+        }
+        const QImage source = picture.convertToFormat(format);
+        QImage target = opaque.convertToFormat(QImage::Format_ARGB32);
+        blendOver(target, source, QPoint(2, 0));
+        QPainter(&opaque).drawImage(2, 0, source);
+        QCOMPARE(target.convertToFormat(QImage::Format_RGB32), opaque);
+    }
 }
 
 void TestPixels::blendColoursClips()
