@@ -33,7 +33,6 @@ struct TimeSkins {
     }
 };
 
-constexpr int places[] = {0, 12, 24, 30, 42, 54, 60, 72};
 constexpr int digitPlaces[] = {0, 12, 30, 42, 60, 72};
 constexpr int colonPlaces[] = {24, 54};
 

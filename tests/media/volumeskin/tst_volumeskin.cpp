@@ -97,7 +97,7 @@ private slots:
     void throughTheWindow();
 
     void eventFilter_data();
-    void eventFilter();
+    void focusPassesOn();
     void focusOfTheSliderGoesToThePanel();
 
 private:
@@ -775,7 +775,7 @@ void tst_VolumeSkin::eventFilter_data()
     QTest::newRow("focus-in of another object") << false << int(QEvent::FocusIn) << false;
 }
 
-void tst_VolumeSkin::eventFilter()
+void tst_VolumeSkin::focusPassesOn()
 {
     QFETCH(bool, ofSlider);
     QFETCH(int, type);
