@@ -96,7 +96,7 @@ private slots:
     void inactiveSliderAtFirst();
     void throughTheWindow();
 
-    void eventFilter_data();
+    void focusPassesOn_data();
     void focusPassesOn();
     void focusOfTheSliderGoesToThePanel();
 
@@ -764,7 +764,7 @@ void tst_VolumeSkin::throughTheWindow()
     QCOMPARE(stage.take().filter("app_"), QStringList{"app_mute(true)"});
 }
 
-void tst_VolumeSkin::eventFilter_data()
+void tst_VolumeSkin::focusPassesOn_data()
 {
     QTest::addColumn<bool>("ofSlider");
     QTest::addColumn<int>("type");
