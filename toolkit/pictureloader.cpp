@@ -101,7 +101,8 @@ QImage loadPicture(const QString& path, QString* error)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return refuse(error, file.errorString());
-    return loadPicture(file.read(largestPictureFile), error);
+    // As much as there is: a buffer of the largest size would be allocated for every small picture.
+    return loadPicture(file.read(info.size()), error);
 }
 
 QImage loadPicture(const QByteArray& data, QString* error)
