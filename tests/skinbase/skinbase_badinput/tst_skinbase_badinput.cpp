@@ -18,8 +18,8 @@ using namespace skintest;
 namespace
 {
 
-// Far above what any of these takes, far below what one would notice as hanging.
-constexpr int boundedTime = 20000;
+// Milliseconds; far above what any of these takes, on a busy machine and with sanitizers too.
+constexpr int boundedTime = 60000;
 
 // Lowers the bar for every row: prints nothing and comes back in time.
 class Watch
@@ -594,7 +594,11 @@ void TestSkinBaseBadInput::manyButtons()
     panel.do_configloading("Control");
     QCOMPARE(int(panel.buttons.size()), int(SkinBase::maxButtons));
     QCOMPARE(panel.buttons.back()->name, QStringLiteral("n%1").arg(SkinBase::maxButtons - 1));
-    useEverything(panel);
+    panel.setAlphaOverride(128);
+    panel.grab();
+    sendMouse(panel, QEvent::MouseButtonPress, ThreeButtons::pointInA);
+    sendMouse(panel, QEvent::MouseButtonRelease, ThreeButtons::pointInA);
+    QCOMPARE(panel.clicks.size(), 1);
     VERIFY_QUIET(watch);
 }
 
