@@ -153,6 +153,8 @@ private slots:
     void composingNeverAccumulates();
     void redrawBackRepaintsNothing();
     void withoutBackPicture();
+    void scheduledRepaints_data();
+    void scheduledRepaints();
 
     void barPicture_data();
     void barPicture();
@@ -598,6 +600,51 @@ void tst_SliderSkinPainting::withoutBackPicture()
     slider.resize(6, 6);
     slider.setBackgroundImage(pattern(6, 6, 7));
     COMPARE_PICTURES(shown(slider), pattern(6, 6, 7));
+}
+
+void tst_SliderSkinPainting::scheduledRepaints_data()
+{
+    QTest::addColumn<int>("action");
+    QTest::addColumn<QStringList>("log");
+    const QStringList bar{"paint 70,0 10x12"};
+    const QStringList whole{"paint 0,0 200x20"};
+    QTest::newRow("press on the bar: it turns into the pressed one") << 0 << bar;
+    QTest::newRow("disabled in a drag: the bar turns back") << 1 << bar;
+    QTest::newRow("disabled while idle") << 2 << QStringList();
+    QTest::newRow("alpha override") << 3 << whole;
+    QTest::newRow("background picture") << 4 << whole;
+    QTest::newRow("background pixmap") << 5 << whole;
+    QTest::newRow("another skin of the same size") << 6 << whole;
+    QTest::newRow("init") << 7 << QStringList();
+}
+
+// What is left to be painted after an operation has returned.
+void tst_SliderSkinPainting::scheduledRepaints()
+{
+    QFETCH(int, action);
+    QFETCH(QStringList, log);
+    SliderStage stage;
+    QVERIFY(stage.begin(7));
+    Slider& slider = stage.slider;
+    if (action < 2)
+        press(&slider, stage.at(74));
+    if (action == 1)
+        QVERIFY(stage.window.settle());
+    if (action == 1 || action == 2)
+        slider.setDisable(true);
+    else if (action == 3)
+        slider.setAlphaOverride(9);
+    else if (action == 4)
+        slider.setBackgroundImage(pattern(200, 20));
+    else if (action == 5)
+        slider.setBackgroundPixmap(pixmap(pattern(200, 20)));
+    else if (action == 6)
+        slider.do_configloading("Seek");
+    else if (action == 7)
+        slider.SliderSkin::init();
+    stage.take();
+    QVERIFY(stage.window.settle());
+    QCOMPARE(stage.take(), log);
 }
 
 void tst_SliderSkinPainting::barPicture_data()
