@@ -1,4 +1,5 @@
 #include "player/mediabackend.h"
+#include "player/messagefilter.h"
 #include "player/playerwindow.h"
 #include "player/screenshot.h"
 #include "qtopia/qpeapplication.h"
@@ -104,7 +105,7 @@ void takeScreenshot(PlayerWindow& window, const QString& file)
 int main(int argc, char** argv)
 {
     mediabackend::choose();
-    mediabackend::silence();
+    installMessageFilter();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("skinplayer"));
     QApplication::setApplicationVersion(QStringLiteral(SKINPLAYER_VERSION));

@@ -3,7 +3,6 @@
 #include "player/playback.h"
 
 #include <QLibraryInfo>
-#include <QLoggingCategory>
 #include <QVersionNumber>
 
 namespace
@@ -18,29 +17,12 @@ bool ffmpegNeedsDevice()
     return QLibraryInfo::version() < QVersionNumber(6, 5);
 }
 
-QtMessageHandler defaultHandler = nullptr;
-
-// The search for a sound server complains in the default category, which no logging rule can tell from our own.
-void dropServerSearch(QtMsgType type, const QMessageLogContext& context, const QString& message)
-{
-    if (!message.startsWith(QLatin1String("PulseAudioService:")))
-        defaultHandler(type, context, message);
-}
-
 } // namespace
 
 void mediabackend::choose()
 {
     if (!qEnvironmentVariableIsSet(backendVariable) && ffmpegNeedsDevice())
         qputenv(backendVariable, "gstreamer");
-}
-
-void mediabackend::silence()
-{
-    if (!qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))
-        return;
-    QLoggingCategory::setFilterRules(QStringLiteral("qt.multimedia.*=false"));
-    defaultHandler = qInstallMessageHandler(dropServerSearch);
 }
 
 QString mediabackend::problem()

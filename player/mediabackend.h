@@ -11,10 +11,6 @@ namespace mediabackend
 // use of Qt Multimedia.
 void choose();
 
-// Keeps off stderr what the backends say about their own workings; QT_LOGGING_RULES brings it back. What goes wrong
-// with a file reaches the program as an error all the same.
-void silence();
-
 // Why nothing can be played here, empty if something can.
 QString problem();
 

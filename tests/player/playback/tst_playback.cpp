@@ -1,4 +1,5 @@
 #include "player/mediabackend.h"
+#include "player/messagefilter.h"
 #include "player/playback.h"
 #include "player/soundfiles.h"
 
@@ -50,7 +51,7 @@ private:
 void TestPlayback::initTestCase()
 {
     mediabackend::choose();
-    mediabackend::silence();
+    installMessageFilter();
     m_long = m_sounds.tone("long.wav", 20000);
     m_short = m_sounds.tone("short.wav", 300);
     m_brief = m_sounds.tone("brief.wav", 200);

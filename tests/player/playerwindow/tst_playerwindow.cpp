@@ -1,4 +1,5 @@
 #include "player/mediabackend.h"
+#include "player/messagefilter.h"
 #include "player/playerwindow.h"
 #include "player/soundfiles.h"
 #include "skinbase/skinbase.h"
@@ -84,7 +85,7 @@ private:
 void TestPlayerWindow::initTestCase()
 {
     mediabackend::choose();
-    mediabackend::silence();
+    installMessageFilter();
     m_long = m_sounds.tone("long.wav", 20000);
     m_short = m_sounds.tone("short.wav", 300);
     m_text = m_sounds.text("text.wav");
