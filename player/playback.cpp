@@ -1,11 +1,24 @@
 #include "player/playback.h"
 
 #include <QAudioDevice>
-#include <QAudioOutput>
 #include <QFileInfo>
 #include <QMediaDevices>
 #include <QPointer>
 #include <QUrl>
+
+#include <utility>
+
+namespace
+{
+
+// The factor for the samples that sounds as loud as a volume says.
+float amplitude(int volume)
+{
+    return QAudio::convertVolume(static_cast<float>(volume) / 100, QAudio::LogarithmicVolumeScale,
+                                 QAudio::LinearVolumeScale);
+}
+
+} // namespace
 
 Playback::Playback(QObject* parent) : QObject(parent)
 {
@@ -31,10 +44,14 @@ void Playback::renewPlayer()
     }
     m_player = std::make_unique<QMediaPlayer>();
     auto* output = new QAudioOutput(m_player.get());
-    output->setVolume(m_volume / 100.0f);
+    output->setVolume(amplitude(m_volume));
+    output->setMuted(m_muted);
     m_player->setAudioOutput(output);
     connect(m_player.get(), &QMediaPlayer::positionChanged, this, &Playback::positionChanged);
     connect(m_player.get(), &QMediaPlayer::durationChanged, this, &Playback::durationChanged);
+    connect(m_player.get(), &QMediaPlayer::seekableChanged, this, &Playback::seekableChanged);
+    connect(m_player.get(), &QMediaPlayer::seekableChanged, this, &Playback::seekToStart);
+    connect(m_player.get(), &QMediaPlayer::durationChanged, this, &Playback::seekToStart);
     connect(m_player.get(), &QMediaPlayer::mediaStatusChanged, this, &Playback::mediaStatusChanged);
     connect(m_player.get(), &QMediaPlayer::errorOccurred, this,
             [this](QMediaPlayer::Error, const QString& reason) { fail(reason); });
@@ -50,13 +67,13 @@ QString Playback::currentFile() const
     return m_files.value(m_current);
 }
 
-void Playback::open(const QStringList& files)
+void Playback::open(const QStringList& files, qint64 position)
 {
     if (files.isEmpty())
         return;
     m_files = files;
     m_current = 0;
-    start(Reload);
+    start(Reload, position);
 }
 
 void Playback::play()
@@ -108,8 +125,21 @@ void Playback::setVolume(int volume)
     if (m_volume == bounded)
         return;
     m_volume = bounded;
-    m_player->audioOutput()->setVolume(m_volume / 100.0f);
+    m_player->audioOutput()->setVolume(amplitude(m_volume));
     emit volumeChanged(m_volume);
+}
+
+void Playback::setMuted(bool muted)
+{
+    m_muted = muted;
+    m_player->audioOutput()->setMuted(muted);
+}
+
+void Playback::seekToStart()
+{
+    if (m_startPosition <= 0 || !isSeekable() || duration() <= 0)
+        return;
+    setPosition(std::exchange(m_startPosition, 0));
 }
 
 void Playback::stepBy(int direction)
@@ -121,21 +151,21 @@ void Playback::stepBy(int direction)
     load(m_current + direction);
 }
 
-void Playback::start(StartMode mode)
+void Playback::start(StartMode mode, qint64 position)
 {
     const bool wasPlaying = m_playing;
     m_playing = true;
     tryForwards();
     const QPointer<Playback> self(this);
     if (mode == Reload)
-        load(m_current);
+        load(m_current, position);
     else
         m_player->play();
     if (self && m_playing && !wasPlaying)
         emit playingChanged(true);
 }
 
-void Playback::load(int index)
+void Playback::load(int index, qint64 position)
 {
     const int count = static_cast<int>(m_files.size());
     m_current = (index + count) % count;
@@ -144,6 +174,7 @@ void Playback::load(int index)
     // failed; a player of its own for every file avoids both, and late reports about the file before.
     renewPlayer();
     m_failed = false;
+    m_startPosition = position;
 
     const QString file = currentFile();
     if (QFileInfo(file).isFile()) {

@@ -1,6 +1,7 @@
 #ifndef SKINWIDGETS_PLAYER_PLAYBACK_H
 #define SKINWIDGETS_PLAYER_PLAYBACK_H
 
+#include <QAudioOutput>
 #include <QMediaPlayer>
 #include <QObject>
 #include <QStringList>
@@ -9,7 +10,8 @@
 #include <memory>
 
 /*
- * Plays a list of sound files one after the other. Times are milliseconds, the volume is 0 to 100.
+ * Plays a list of sound files one after the other. Times are milliseconds. The volume is 0 to 100 in steps that sound
+ * alike, as loudness is heard.
  *
  * At the end of a file the next one plays; after the last one playback stops there, rewound. A file that cannot be
  * played is reported once each time it is tried and passed over: forwards to the end of the list, or, when the user
@@ -26,8 +28,9 @@ public:
     // Without a device the files still play in real time, silently.
     static bool hasSoundDevice();
 
-    // Replaces the list and plays its first file. An empty list is ignored.
-    void open(const QStringList& files);
+    // Replaces the list and plays its first file from a position, or from its start where it cannot be searched. An
+    // empty list is ignored.
+    void open(const QStringList& files, qint64 position = 0);
     QStringList files() const { return m_files; }
     // The file that plays or would play, empty before open().
     QString currentFile() const;
@@ -38,7 +41,11 @@ public:
     qint64 position() const { return m_player->position(); }
     // 0 until known.
     qint64 duration() const { return m_player->duration(); }
+    bool isSeekable() const { return m_player->isSeekable(); }
     int volume() const { return m_volume; }
+    bool isMuted() const { return m_muted; }
+    // Of the file that plays now; every file has an output of its own. Never null.
+    const QAudioOutput* output() const { return m_player->audioOutput(); }
 
 public slots:
     void play();
@@ -52,12 +59,15 @@ public slots:
     void setPosition(qint64 position);
     // Clamped to 0 to 100.
     void setVolume(int volume);
+    // Keeps the volume.
+    void setMuted(bool muted);
 
 signals:
     void playingChanged(bool playing);
     void currentChanged(const QString& file);
     void positionChanged(qint64 position);
     void durationChanged(qint64 duration);
+    void seekableChanged(bool seekable);
     void volumeChanged(int volume);
     // Emitted before the next file is tried.
     void fileFailed(const QString& file, const QString& reason);
@@ -65,11 +75,12 @@ signals:
 private:
     enum StartMode { Continue, Reload };
 
-    void start(StartMode mode);
+    void start(StartMode mode, qint64 position = 0);
     void renewPlayer();
-    void load(int index);
+    void load(int index, qint64 position = 0);
     void stepBy(int direction);
     void fail(const QString& reason);
+    void seekToStart();
     void mediaStatusChanged(QMediaPlayer::MediaStatus status);
     void leaveFile();
     void leaveFailedFile();
@@ -81,6 +92,9 @@ private:
     int m_current = -1;
     bool m_playing = false;
     int m_volume = 100;
+    bool m_muted = false;
+    // Where the current file is to start once it can be searched, 0 once it has.
+    qint64 m_startPosition = 0;
     bool m_failed = false;
     QString m_failure;
     // Where to go from a file that fails, and how many more may be tried before giving up.

@@ -21,8 +21,11 @@ private slots:
     void standsStillInPause();
     void stopRewinds();
     void searchesWithinTheFile();
+    void opensAtAPosition();
+    void startPositionIsForOneFile();
     void clampsTheVolume_data();
     void clampsTheVolume();
+    void volumeIsLoudnessAndMuteIsApart();
     void stepsAroundTheEnds();
     void playsAfterQuickTurns();
     void playsAfterQuickSteps();
@@ -151,6 +154,27 @@ void TestPlayback::searchesWithinTheFile()
     QTRY_VERIFY(!playback.isPlaying());
 }
 
+void TestPlayback::opensAtAPosition()
+{
+    Playback playback;
+    playback.open({m_long}, 8000);
+    QTRY_VERIFY(playback.position() > 8000);
+    QVERIFY(playback.position() < 13000);
+    QVERIFY(playback.isPlaying());
+    // Beyond the end is the end.
+    playback.open({m_short}, 1000000);
+    QTRY_VERIFY(!playback.isPlaying());
+}
+
+void TestPlayback::startPositionIsForOneFile()
+{
+    Playback playback;
+    playback.open({m_text, m_long}, 8000);
+    QTRY_COMPARE(playback.currentIndex(), 1);
+    QTRY_VERIFY(playback.position() > 0);
+    QVERIFY(playback.position() < 5000);
+}
+
 void TestPlayback::clampsTheVolume_data()
 {
     QTest::addColumn<int>("asked");
@@ -172,6 +196,31 @@ void TestPlayback::clampsTheVolume()
     playback.setVolume(asked);
     QCOMPARE(playback.volume(), given);
     QCOMPARE(changes, (QList<QVariantList>{{given}}));
+}
+
+void TestPlayback::volumeIsLoudnessAndMuteIsApart()
+{
+    Playback playback;
+    QCOMPARE(playback.output()->volume(), 1.0f);
+    float before = 1;
+    for (const int volume : {90, 50, 10, 0}) {
+        playback.setVolume(volume);
+        const float amplitude = playback.output()->volume();
+        QVERIFY(amplitude < before && 100 * amplitude <= float(volume));
+        before = amplitude;
+    }
+    QCOMPARE(before, 0.0f);
+    playback.setVolume(50);
+    playback.setMuted(true);
+    QVERIFY(playback.isMuted() && playback.output()->isMuted());
+    QCOMPARE(playback.volume(), 50);
+    // A file gets a new output.
+    const QAudioOutput* output = playback.output();
+    playback.open({m_long});
+    QVERIFY(playback.output() != output);
+    QVERIFY(playback.output()->isMuted());
+    playback.setMuted(false);
+    QVERIFY(!playback.isMuted() && !playback.output()->isMuted());
 }
 
 void TestPlayback::stepsAroundTheEnds()
