@@ -3,6 +3,7 @@
 #include "player/playerwindow.h"
 #include "player/screenshot.h"
 #include "qtopia/qpeapplication.h"
+#include "skinbase/skinbase.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -23,6 +24,8 @@ struct Options {
     QString screenshot;
     // Seconds, negative where the program goes on until it is closed.
     double quitAfter = -1;
+    // Milliseconds.
+    qint64 position = 0;
     QStringList files;
 };
 
@@ -57,13 +60,25 @@ Options readOptions(const QCoreApplication& application)
                                         QStringLiteral("file"));
     const QCommandLineOption quitAfter(QStringLiteral("quit-after"), QStringLiteral("Quit after <seconds>."),
                                        QStringLiteral("seconds"));
+    const QCommandLineOption position(QStringLiteral("position"),
+                                      QStringLiteral("Start the first file at <seconds>, and take a screenshot there."),
+                                      QStringLiteral("seconds"));
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Plays sound files in a window drawn from pictures.\n"
-                       "Left and Right move among the buttons, Return presses one, Escape quits."));
+                       "\n"
+                       "Keys:\n"
+                       "  Left, Right, Return      move among the buttons, press one\n"
+                       "  Page Up, Shift+Left      seek 10 seconds backwards\n"
+                       "  Page Down, Shift+Right   seek 10 seconds forwards\n"
+                       "  Up, Down                 louder, softer\n"
+                       "  M                        mute\n"
+                       "  B, Insert                set a bookmark, up to ten in a file\n"
+                       "  Delete, Backspace        remove the nearest bookmark, with Shift all of the file\n"
+                       "  Escape                   quit"));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOptions({skin, screenshot, quitAfter});
+    parser.addOptions({skin, screenshot, quitAfter, position});
     parser.addPositionalArgument(QStringLiteral("files"),
                                  QStringLiteral("Files to play one after the other (default: a sound that ships)."),
                                  QStringLiteral("[files...]"));
@@ -76,6 +91,8 @@ Options readOptions(const QCoreApplication& application)
         quit(QStringLiteral("--screenshot needs a file name"), Failed);
     if (parser.isSet(quitAfter))
         options.quitAfter = readSeconds(parser.value(quitAfter));
+    if (parser.isSet(position))
+        options.position = qRound64(1000 * readSeconds(parser.value(position)));
     for (const QString& file : parser.positionalArguments())
         options.files << QFileInfo(file).absoluteFilePath();
     return options;
@@ -97,6 +114,31 @@ void takeScreenshot(PlayerWindow& window, const QString& file)
         if (!written)
             complain(QStringLiteral("cannot write %1").arg(file));
         QCoreApplication::exit(written ? Done : Failed);
+    });
+}
+
+// When playback has come to the position, or cannot come there any more.
+void takeScreenshotAt(qint64 position, PlayerWindow& window, const QString& file)
+{
+    if (position <= 0) {
+        takeScreenshot(window, file);
+        return;
+    }
+    auto* waiting = new QObject(&window);
+    const auto take = [waiting, &window, file] {
+        window.playback()->disconnect(waiting);
+        waiting->deleteLater();
+        takeScreenshot(window, file);
+        // The picture follows the next painting.
+        window.panel()->update();
+    };
+    QObject::connect(window.playback(), &Playback::positionChanged, waiting, [take, position](qint64 reached) {
+        if (reached >= position)
+            take();
+    });
+    QObject::connect(window.playback(), &Playback::playingChanged, waiting, [take](bool playing) {
+        if (!playing)
+            take();
     });
 }
 
@@ -126,13 +168,13 @@ int main(int argc, char** argv)
         complain(QStringLiteral("no sound device found, playing silently"));
 
     if (!options.screenshot.isEmpty())
-        takeScreenshot(window, options.screenshot);
+        takeScreenshotAt(options.position, window, options.screenshot);
     if (options.quitAfter >= 0) {
         const auto delay = std::chrono::milliseconds(qRound64(1000 * options.quitAfter));
         QTimer::singleShot(delay, &application, &QCoreApplication::quit);
     }
     window.show();
     const QString shippedSound = QPEApplication::qpeDir() + QStringLiteral("sounds/night_walk.ogg");
-    window.playback()->open(options.files.isEmpty() ? QStringList{shippedSound} : options.files);
+    window.playback()->open(options.files.isEmpty() ? QStringList{shippedSound} : options.files, options.position);
     return QApplication::exec();
 }

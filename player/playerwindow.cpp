@@ -1,5 +1,11 @@
 #include "player/playerwindow.h"
 
+#include "media/sliderskin.h"
+#include "media/timeskin.h"
+#include "media/volumeskin.h"
+#include "player/seekcontrol.h"
+#include "player/volumecontrol.h"
+#include "qtopia/config.h"
 #include "qtopia/qpeapplication.h"
 #include "skinbase/skinbase.h"
 
@@ -9,6 +15,7 @@
 #include <QScreen>
 #include <QShortcut>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace
@@ -19,6 +26,16 @@ const QString pauseButton = QStringLiteral("pause");
 const QString prevButton = QStringLiteral("prev");
 const QString nextButton = QStringLiteral("next");
 
+// A first volume that leaves the user room for louder.
+constexpr int startVolume = 70;
+constexpr int volumeStep = 5;
+constexpr qint64 seekStep = 10000;
+
+int coordinate(const Config& config, const QString& key)
+{
+    return std::clamp(config.readNumEntry(key), -QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+}
+
 } // namespace
 
 PlayerWindow::PlayerWindow(const QString& skin, QWidget* parent) : QWidget(parent)
@@ -28,6 +45,10 @@ PlayerWindow::PlayerWindow(const QString& skin, QWidget* parent) : QWidget(paren
     m_panel->do_configloading(QStringLiteral("Player"));
     m_panel->setAlphaOverride(255);
     setFixedSize(m_panel->size());
+    createMediaWidgets();
+    m_playback.setVolume(startVolume);
+    m_seek = std::make_unique<SeekControl>(&m_playback, m_seekSlider, m_timeDisplay);
+    m_volume = std::make_unique<VolumeControl>(&m_playback, m_volumePanel);
 
     m_actions = {
         {prevButton, [this] { m_playback.previous(); }}, {playButton, [this] { m_playback.play(); }},
@@ -39,14 +60,65 @@ PlayerWindow::PlayerWindow(const QString& skin, QWidget* parent) : QWidget(paren
     connect(&m_playback, &Playback::currentChanged, this, &PlayerWindow::currentChanged);
     connect(&m_playback, &Playback::fileFailed, this, &PlayerWindow::fileFailed);
 
-    // The panel keeps every key that reaches it, so Escape has to be caught on the way there.
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
-
+    createShortcuts();
     m_panel->hideButton(pauseButton);
     m_panel->showFocus(playButton);
     m_panel->setFocus();
     enableSteps(false);
     updateTitle();
+}
+
+PlayerWindow::~PlayerWindow() = default;
+
+template <typename Widget>
+Widget* PlayerWindow::createOnPanel(const Config& screen, const QString& key, const char* group)
+{
+    const QString x = key + QLatin1String("_x");
+    const QString y = key + QLatin1String("_y");
+    if (!screen.hasKey(x) || !screen.hasKey(y))
+        return nullptr;
+    auto widget = std::make_unique<Widget>(m_panel, group);
+    if (widget->size().isEmpty())
+        return nullptr;
+    widget->move(coordinate(screen, x), coordinate(screen, y));
+    widget->setAlphaOverride(255);
+    widget->setBackgroundPixmap(*m_panel->backgroundPixmap());
+    return widget.release();
+}
+
+void PlayerWindow::createMediaWidgets()
+{
+    if (!m_panel->backgroundPixmap())
+        return;
+    Config screen(QPEApplication::qpeDir() + QStringLiteral("pics/%1/config").arg(objectName()), Config::File);
+    screen.setGroup(QStringLiteral("Screen"));
+    m_seekSlider = createOnPanel<SliderSkin>(screen, QStringLiteral("seek"), "Seek");
+    m_timeDisplay = createOnPanel<TimeSkin>(screen, QStringLiteral("time"), "Time");
+    m_volumePanel = createOnPanel<VolumeSkin>(screen, QStringLiteral("volume"), "Volume");
+}
+
+// The panel keeps every key that reaches it, so keys have to be caught on the way there.
+void PlayerWindow::createShortcuts()
+{
+    const auto add = [this](std::initializer_list<QKeyCombination> keys, bool repeats,
+                            const std::function<void()>& action) {
+        for (const QKeyCombination key : keys) {
+            auto* shortcut = new QShortcut(QKeySequence(key), this);
+            shortcut->setAutoRepeat(repeats);
+            connect(shortcut, &QShortcut::activated, this, action);
+        }
+    };
+    constexpr bool once = false;
+    constexpr bool whileHeld = true;
+    add({Qt::Key_Escape}, once, [this] { close(); });
+    add({Qt::Key_PageUp, Qt::SHIFT | Qt::Key_Left}, whileHeld, [this] { m_seek->seekBy(-seekStep); });
+    add({Qt::Key_PageDown, Qt::SHIFT | Qt::Key_Right}, whileHeld, [this] { m_seek->seekBy(seekStep); });
+    add({Qt::Key_Up}, whileHeld, [this] { m_volume->changeBy(volumeStep); });
+    add({Qt::Key_Down}, whileHeld, [this] { m_volume->changeBy(-volumeStep); });
+    add({Qt::Key_M}, once, [this] { m_volume->toggleMute(); });
+    add({Qt::Key_B, Qt::Key_Insert}, once, [this] { m_seek->setBookmark(); });
+    add({Qt::Key_Delete, Qt::Key_Backspace}, once, [this] { m_seek->removeNearestBookmark(); });
+    add({Qt::SHIFT | Qt::Key_Delete, Qt::SHIFT | Qt::Key_Backspace}, once, [this] { m_seek->removeAllBookmarks(); });
 }
 
 QStringList PlayerWindow::skins()

@@ -20,6 +20,8 @@ private slots:
     void unknownSkinIsTold();
     void skinWithoutPanelIsTold();
     void screenshotShowsThePlayer();
+    void screenshotAtAPosition_data();
+    void screenshotAtAPosition();
     void screenshotThatCannotBeWrittenFails();
     void quitAfterEndsTheProgram();
     void silentPlaybackIsToldOnce();
@@ -65,8 +67,11 @@ void TestSkinplayer::helpNamesEveryOption()
 {
     const Result result = run({"--help"});
     QCOMPARE(result.exitCode, 0);
-    for (const char* option : {"--skin", "--screenshot", "--quit-after", "--version", "[files...]"})
+    for (const char* option : {"--skin", "--screenshot", "--quit-after", "--position", "--version", "[files...]"})
         QVERIFY2(result.out.contains(option), option);
+    for (const char* key : {"Left, Right, Return", "Page Up, Shift+Left", "Page Down, Shift+Right", "Up, Down", "  M ",
+                            "B, Insert", "Delete, Backspace", "Escape"})
+        QVERIFY2(result.out.contains(key), key);
 }
 
 void TestSkinplayer::versionIsThatOfTheProject()
@@ -85,6 +90,7 @@ void TestSkinplayer::badOptionsFail_data()
     QTest::newRow("seconds in words") << QStringList{"--quit-after", "soon"} << QByteArray("soon");
     QTest::newRow("negative seconds") << QStringList{"--quit-after=-1"} << QByteArray("-1");
     QTest::newRow("not a number") << QStringList{"--quit-after", "nan"} << QByteArray("nan");
+    QTest::newRow("position in words") << QStringList{"--position", "middle"} << QByteArray("middle");
     QTest::newRow("screenshot without a name") << QStringList{"--screenshot", ""} << QByteArray("--screenshot");
 }
 
@@ -151,6 +157,29 @@ void TestSkinplayer::screenshotShowsThePlayer()
         }
     }
     QVERIFY(compared > 100);
+}
+
+void TestSkinplayer::screenshotAtAPosition_data()
+{
+    QTest::addColumn<QByteArray>("position");
+    QTest::addColumn<bool>("isPlayed");
+    QTest::newRow("start") << QByteArray("0") << false;
+    QTest::newRow("before the middle") << QByteArray("6") << false;
+    QTest::newRow("behind the middle") << QByteArray("14") << true;
+}
+
+void TestSkinplayer::screenshotAtAPosition()
+{
+    QFETCH(QByteArray, position);
+    QFETCH(bool, isPlayed);
+    const QString file = m_files.path("position.png");
+    const Result result = run({"--screenshot", file, "--position", position});
+    QCOMPARE(result.exitCode, 0);
+    const QImage picture(file);
+    QCOMPARE(picture.size(), QSize(480, 272));
+    // The middle of the groove, which is blue where it is not played and orange where it is.
+    const QColor middle = picture.pixelColor(240, 162);
+    QCOMPARE(middle.red() > middle.blue(), isPlayed);
 }
 
 void TestSkinplayer::screenshotThatCannotBeWrittenFails()
