@@ -127,7 +127,9 @@ QImage SkinBase::get_buttonimage(QImage strip, int index)
     if (index < 0)
         return strip.copy();
     const int width = strip.width() / 4;
-    return strip.copy(width * index, 0, width, strip.height());
+    // Any index is taken; what lies beyond the strip is empty, however far.
+    const qint64 left = std::min<qint64>(qint64(width) * index, strip.width());
+    return strip.copy(static_cast<int>(left), 0, width, strip.height());
 }
 
 void SkinBase::setBackgroundImage(QImage picture)
@@ -194,7 +196,8 @@ void SkinBase::paintEvent(QPaintEvent* event)
 void SkinBase::drawButtons(QPixmap* target, const QRect& area)
 {
     for (const SkinButton* button : std::as_const(buttonMap)) {
-        if (button->state == Hidden)
+        // Hidden, and any value that is no state, has no picture.
+        if (button->state < Normal || button->state > Disabled)
             continue;
         const int picture = button->state == Focus && !hasFocus() ? Normal : button->state;
         drawClippedImage(target, button->stateImage[picture], area, button->rect());

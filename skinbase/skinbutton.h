@@ -7,7 +7,7 @@
 #include <algorithm>
 
 // What a skin button shows. The values 0 to 3 are also the index of the state picture in the button's strip.
-enum SkinButtonState {
+enum SkinButtonState : int {
     Normal = 0,
     Pressed = 1,
     // Shown as Normal while the panel does not have the keyboard focus.

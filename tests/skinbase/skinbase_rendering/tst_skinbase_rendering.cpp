@@ -1,5 +1,6 @@
 #include "skinbase/skinfixture.h"
 
+#include <limits>
 #include <type_traits>
 
 using namespace skintest;
@@ -159,6 +160,7 @@ private slots:
     void setButtonStateOfPressedButNotHeld();
     void namedStates_data();
     void namedStates();
+    void statesWithoutPicture();
     void unknownNameChangesNothing_data();
     void unknownNameChangesNothing();
     void recordOfAnotherNameIsLeftAlone();
@@ -240,6 +242,7 @@ void TestSkinBaseRendering::buttonImage_data()
     QTest::newRow("the whole strip for any negative index") << QSize(40, 7) << -9 << QRect(0, 0, 40, 7);
     QTest::newRow("beyond the strip") << QSize(40, 7) << 4 << QRect(40, 0, 10, 7);
     QTest::newRow("far beyond the strip") << QSize(40, 7) << 100 << QRect(1000, 0, 10, 7);
+    QTest::newRow("the largest index") << QSize(40, 7) << std::numeric_limits<int>::max() << QRect(1000, 0, 10, 7);
     QTest::newRow("partly beyond the strip") << QSize(163, 7) << 4 << QRect(160, 0, 40, 7);
     QTest::newRow("three columns") << QSize(3, 7) << 0 << QRect(0, 0, 0, 7);
     QTest::newRow("null strip") << QSize(0, 0) << 0 << QRect(0, 0, 0, 0);
@@ -1151,6 +1154,18 @@ void TestSkinBaseRendering::namedStates()
     callByName(panel, operation, "a");
     QCOMPARE(panel->calls, calls);
     QCOMPARE(panel->state("a"), state);
+}
+
+void TestSkinBaseRendering::statesWithoutPicture()
+{
+    load();
+    panel->setAlphaOverride(255);
+    panel->buttonMap["a"]->state = Hidden;
+    const QImage hidden = panel->grab().toImage();
+    for (const int state : {-1, 5, 7, 1000}) {
+        panel->buttonMap["a"]->state = static_cast<SkinButtonState>(state);
+        COMPARE_PICTURES(panel->grab().toImage(), hidden);
+    }
 }
 
 void TestSkinBaseRendering::unknownNameChangesNothing_data()
