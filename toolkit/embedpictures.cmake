@@ -19,7 +19,7 @@ function(skinwidgets_embed_pictures source)
     endforeach()
     file(CONFIGURE OUTPUT ${source} CONTENT [[
 // Written by embedpictures.cmake.
-#include "scroll/builtinpictures.h"
+#include "toolkit/builtinpictures.h"
 
 namespace
 {

@@ -1,4 +1,4 @@
-#include "scroll/builtinpictures.h"
+#include "toolkit/builtinpictures.h"
 
 #include <cstring>
 #include <string_view>
