@@ -269,7 +269,9 @@ ScrollBarControl ScrollBarSkin::pointOver(const QPoint& point) const
 
 void ScrollBarSkin::init_position()
 {
-    const QSize button = subPictures.normal.size();
+    // Its size is known before a bar has loaded it, so that the first resize finds the buttons' places.
+    const bool loaded = !subPictures.normal.isNull();
+    const QSize button = loaded ? subPictures.normal.size() : builtinPicture("scroll_sub_normal").size();
     subRect = QRect(QPoint(0, 0), button);
     middleRect = QRect(0, button.height(), width(), height() - 2 * button.height());
     addRect = QRect(0, height() - button.height(), width(), button.height());

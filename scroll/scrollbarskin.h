@@ -43,8 +43,8 @@ class SKINWIDGETS_EXPORT ScrollBarSkin : public SkinBase, public QRangeControl
 public:
     // 0 to 99, line step 1, page step 10, value 0. Loads and composes its pictures.
     explicit ScrollBarSkin(QWidget* parent = nullptr, const char* name = nullptr);
-    // Takes the numbers as QRangeControl does. This bar and the next load no pictures and draw nothing: the buttons
-    // come with the first resize and are placed by the next one, everything comes with loadPictures().
+    // Takes the numbers as QRangeControl does. This bar and the next load no pictures and draw nothing: the first
+    // resize brings the buttons, loadPictures() everything.
     ScrollBarSkin(int minValue, int maxValue, int lineStep, int pageStep, int value, QWidget* parent = nullptr,
                   const char* name = nullptr);
     // The size is ignored on purpose.
@@ -158,6 +158,10 @@ protected:
     QRect thumbRect;
     // The thumb's position when it was grabbed, shared by all bars.
     static int sliderStartPos;
+    // Ready to be painted; null where pictures are missing. The thumb as it is drawn while idle and while dragged.
+    QImage troughImage;
+    QImage thumbImage;
+    QImage thumbPressedImage;
 
 private:
     struct ButtonPictures {
@@ -189,9 +193,6 @@ private:
     skinwidgets::BarPieces thumbPieces;
     skinwidgets::BarPieces thumbFocusPieces;
     skinwidgets::BarPieces troughPieces;
-    QImage troughImage;
-    QImage thumbImage;
-    QImage thumbPressedImage;
 };
 
 #endif
