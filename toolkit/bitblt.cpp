@@ -113,30 +113,6 @@ QImage imageOf(const QPaintDevice* device)
     return {};
 }
 
-// A widget paints into another device during its paint event; only the widget knows which.
-struct PaintTarget : QPaintDevice {
-    using QPaintDevice::redirected;
-    using QPaintDevice::sharedPainter;
-};
-
-const QPaintEngine* engineInUse(const QWidget* widget)
-{
-    // A rendering through a painter has all widgets share it.
-    if (const QPainter* shared = (widget->*&PaintTarget::sharedPainter)())
-        return shared->paintEngine();
-    QPoint offset;
-    const QPaintDevice* device = (widget->*&PaintTarget::redirected)(&offset);
-    return device && device->paintingActive() ? device->paintEngine() : nullptr;
-}
-
-// The painter that is open on the widget in its paint event, null where there is none.
-QPainter* openPainter(const QWidget* widget)
-{
-    const QPaintEngine* engine = engineInUse(widget);
-    QPainter* painter = engine ? engine->painter() : nullptr;
-    return painter && painter->device() == widget ? painter : nullptr;
-}
-
 // How the painter has been moved, clipped or set is of no account.
 void copyUnmoved(QPainter& painter, const QWidget* widget, const QPoint& to, const QImage& picture)
 {
@@ -151,6 +127,8 @@ void copyUnmoved(QPainter& painter, const QWidget* widget, const QPoint& to, con
 
 void copyIntoPaintEvent(QWidget* widget, const QPoint& to, const QImage& picture)
 {
+    if (!isInPaintEvent(widget))
+        return;
     if (QPainter* open = openPainter(widget)) {
         copyUnmoved(*open, widget, to, picture);
         return;

@@ -39,6 +39,22 @@ void keepPicture(QImage picture)
         keptPicture() = std::move(picture);
 }
 
+// A widget paints into another device during its paint event; only the widget knows which.
+struct PaintTarget : QPaintDevice {
+    using QPaintDevice::redirected;
+    using QPaintDevice::sharedPainter;
+};
+
+const QPaintEngine* engineInUse(const QWidget* widget)
+{
+    // A rendering through a painter has all widgets share it.
+    if (const QPainter* shared = (widget->*&PaintTarget::sharedPainter)())
+        return shared->paintEngine();
+    QPoint offset;
+    const QPaintDevice* device = (widget->*&PaintTarget::redirected)(&offset);
+    return device && device->paintingActive() ? device->paintEngine() : nullptr;
+}
+
 bool deviceHasAlpha(const QPainter& painter)
 {
     const QPaintDevice* device = painter.paintEngine()->paintDevice();
@@ -48,6 +64,18 @@ bool deviceHasAlpha(const QPainter& painter)
 }
 
 } // namespace
+
+bool isInPaintEvent(const QWidget* widget)
+{
+    return widget->testAttribute(Qt::WA_WState_InPaintEvent);
+}
+
+QPainter* openPainter(const QWidget* widget)
+{
+    const QPaintEngine* engine = engineInUse(widget);
+    QPainter* painter = engine ? engine->painter() : nullptr;
+    return painter && painter->device() == widget ? painter : nullptr;
+}
 
 void blendIntoArea(QPixmap& target, const QRect& area, const QImage& picture, const QRect& pictureRect, uchar alpha)
 {
@@ -88,7 +116,9 @@ void paintThroughPixmap(QWidget* widget, const QRegion& region, Prepared prepare
 {
     if (region.isEmpty())
         return;
-    QPainter painter(widget);
+    QPainter painter;
+    if (isInPaintEvent(widget) && !openPainter(widget))
+        painter.begin(widget);
     for (const QRect& area : region) {
         QImage picture = takePicture(area.size());
         if (prepared == Prepared::FromBackground)
@@ -99,7 +129,10 @@ void paintThroughPixmap(QWidget* widget, const QRegion& region, Prepared prepare
         draw(pixmap, area);
         QImage drawn = pixmap.toImage();
         pixmap = QPixmap();
-        copyToWidget(painter, widget, area.topLeft(), toStraight(drawn));
+        if (painter.isActive())
+            copyToWidget(painter, widget, area.topLeft(), toStraight(drawn));
+        else
+            bitBlt(widget, area.topLeft(), &drawn);
         keepPicture(std::move(drawn));
     }
 }

@@ -20,8 +20,15 @@ enum class Prepared { FromBackground, Blank, Undefined };
 // Draws into a pixmap that stands for an area of the widget: its pixel (0, 0) is the area's top-left corner.
 using DrawArea = std::function<void(QPixmap& target, const QRect& area)>;
 
+// Whether the widget can be painted now: outside its paint event there is nothing to paint on.
+bool isInPaintEvent(const QWidget* widget);
+
+// The painter that is open on the widget in its paint event, null where there is none.
+QPainter* openPainter(const QWidget* widget);
+
 // Inside the widget's paint event: for each rectangle of the region, in the region's order, prepares a 32-bit pixmap of
-// its size, lets draw fill it and copies it to the widget. An empty region paints nothing.
+// its size, lets draw fill it and copies it to the widget, through the painter that is open on it where there is one.
+// An empty region paints nothing. Outside a paint event everything happens but the copying.
 SKINWIDGETS_EXPORT void paintThroughPixmap(QWidget* widget, const QRegion& region, Prepared prepared,
                                            const DrawArea& draw);
 

@@ -79,8 +79,8 @@ SKINWIDGETS_EXPORT void syncX();
  * paint event) at (dx, dy). Nothing is blended: the alpha byte is copied along, 0 included, and the colours never
  * depend on it. A target with premultiplied pixels becomes one with straight 32-bit pixels; one without alpha keeps the
  * colours only. sw and sh may be negative: the rest of the source. What lies outside src or dst is left out; a null
- * device does nothing. A painter that is open on the target may stay so; its transformation plays no part, and on a
- * widget neither do its clip, opacity and mode.
+ * device does nothing, nor does a widget outside its paint event. A painter that is open on the target may stay so; its
+ * transformation plays no part, and on a widget neither do its clip, opacity and mode.
  */
 SKINWIDGETS_EXPORT void bitBlt(QPaintDevice* dst, int dx, int dy, const QPaintDevice* src, int sx = 0, int sy = 0,
                                int sw = -1, int sh = -1, Qt::RasterOp rop = Qt::CopyROP, bool ignoreMask = false);

@@ -347,7 +347,6 @@ public:
         SkinBase::resize(w, h);
     }
 
-protected:
     void paintEvent(QPaintEvent* event) override
     {
         painted |= event->region();

@@ -126,6 +126,7 @@ private slots:
     void paintPreparesEachRectangle();
     void paintCopiesWhatWasDrawn();
     void paintOfAnEmptyRegion();
+    void paintOutsideAPaintEvent();
     void paintOfSeveralRectangles();
     void buttonAcrossTwoRectangles();
     void paintNeverErases();
@@ -711,6 +712,19 @@ void TestSkinBaseRendering::paintOfAnEmptyRegion()
     QCoreApplication::sendEvent(panel, &event);
     QCOMPARE(panel->paintEvents.size(), 1);
     QCOMPARE(panel->calls, QStringList());
+    QCOMPARE(Messages::texts(), QStringList());
+}
+
+// There is nothing to paint on then, but a subclass that draws more sees every rectangle.
+void TestSkinBaseRendering::paintOutsideAPaintEvent()
+{
+    load();
+    panel->forget();
+    Messages messages;
+    const QRegion region = QRegion(2, 2, 10, 5) + QRegion(40, 20, 6, 7);
+    QPaintEvent event(region);
+    panel->paintEvent(&event);
+    QCOMPARE(panel->paintedAreas, QList<QRect>(region.begin(), region.end()));
     QCOMPARE(Messages::texts(), QStringList());
 }
 

@@ -2,6 +2,7 @@
 #include "toolkit/toolkit.h"
 
 #include <QPainter>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QTest>
 #include <QWidget>
@@ -26,6 +27,7 @@ private slots:
     void sameImage();
     void nullDevices();
     void pointForm();
+    void outsideAPaintEvent();
     void insidePaintEvent();
     void insidePaintEventWithAPainter_data();
     void insidePaintEventWithAPainter();
@@ -208,6 +210,16 @@ void TestBitBlt::pointForm()
     bitBlt(&target, QPoint(1, 1), &source, QRect(3, 2, 1, 1));
     QCOMPARE(target.pixel(1, 1), qRgba(3, 2, 7, 0));
     QCOMPARE(target.pixel(0, 0), 0xff000000U);
+}
+
+void TestBitBlt::outsideAPaintEvent()
+{
+    QWidget widget;
+    widget.resize(4, 4);
+    const QImage picture = filled(4, 4, 0xff123456);
+    QTest::failOnWarning(QRegularExpression(".*"));
+    bitBlt(&widget, 0, 0, &picture);
+    QVERIFY(widget.grab().toImage().pixel(1, 1) != 0xff123456U);
 }
 
 void TestBitBlt::insidePaintEvent()

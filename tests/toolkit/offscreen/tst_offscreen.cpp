@@ -2,6 +2,7 @@
 #include "toolkit/toolkitwidget.h"
 
 #include <QPainter>
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace skinwidgets;
@@ -18,6 +19,8 @@ private slots:
     void coloursSurviveAnyAlpha_data();
     void coloursSurviveAnyAlpha();
     void nestedPaint();
+    void outsideAPaintEvent();
+    void throughAnOpenPainter();
 };
 
 namespace
@@ -142,6 +145,40 @@ void TestOffscreen::nestedPaint()
         inner.grab();
     };
     QCOMPARE(outer.grab().toImage().pixel(3, 3), qRgb(255, 0, 0));
+}
+
+void TestOffscreen::outsideAPaintEvent()
+{
+    Painted widget;
+    widget.resize(20, 20);
+    widget.region = QRegion(0, 0, 4, 4) + QRegion(10, 10, 5, 4);
+    QList<QRect> areas;
+    widget.draw = [&](QPixmap&, const QRect& area) { areas << area; };
+    QTest::failOnWarning(QRegularExpression(".*"));
+    QPaintEvent event(widget.rect());
+    widget.paintEvent(&event);
+    QCOMPARE(areas, QList<QRect>(widget.region.begin(), widget.region.end()));
+}
+
+// A subclass may have its painter open when it calls the paint event of its base.
+void TestOffscreen::throughAnOpenPainter()
+{
+    struct : Painted {
+        void paintEvent(QPaintEvent* event) override
+        {
+            QPainter painter(this);
+            painter.translate(2, 2);
+            Painted::paintEvent(event);
+            painter.fillRect(0, 0, 1, 1, Qt::green);
+        }
+    } widget;
+    widget.resize(6, 6);
+    widget.draw = [](QPixmap& target, const QRect&) { target.fill(Qt::blue); };
+    QTest::failOnWarning(QRegularExpression(".*"));
+    const QImage shot = widget.grab().toImage();
+    QCOMPARE(shot.pixel(0, 0), qRgb(0, 0, 255));
+    QCOMPARE(shot.pixel(2, 2), qRgb(0, 255, 0));
+    QCOMPARE(shot.pixel(5, 5), qRgb(0, 0, 255));
 }
 
 QTEST_MAIN(TestOffscreen)
