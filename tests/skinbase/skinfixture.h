@@ -199,6 +199,8 @@ public:
     };
 
     mutable QStringList calls;
+    // What each button drawn was like at that time.
+    QList<int> drawnStates;
     QList<std::pair<const QObject*, QString>> clicks;
     QRegion painted;
     QList<QRegion> paintEvents;
@@ -210,6 +212,7 @@ public:
     void forget()
     {
         calls.clear();
+        drawnStates.clear();
         clicks.clear();
         painted = {};
         paintEvents.clear();
@@ -293,6 +296,7 @@ public:
     void drawButton(const SkinButton* button) override
     {
         calls << QStringLiteral("drawButton(%1)").arg(button->name);
+        drawnStates << button->state;
         SkinBase::drawButton(button);
     }
     void drawClippedImage(QPixmap* target, QImage picture, const QRect& area, const QRect& pictureRect) override

@@ -62,6 +62,8 @@ private slots:
     void releaseHeldButNotPressed();
     void stateAtTheTimeOfTheClick();
 
+    void drawsAfterTheChange();
+
     void setButtonFocus();
     void setButtonFocusWhileHeld();
     void setButtonFocusAgain();
@@ -73,6 +75,7 @@ private slots:
     void focusNext();
     void focusNextCalls();
     void focusPrevCalls();
+    void focusNextToAnEqualName();
     void focusNextWithoutCandidate_data();
     void focusNextWithoutCandidate();
     void focusReachesTheLastOfARound();
@@ -320,6 +323,21 @@ void TestSkinBaseInput::stateAtTheTimeOfTheClick()
     QCOMPARE(clicks, 1);
 }
 
+void TestSkinBaseInput::drawsAfterTheChange()
+{
+    panel->pressButton("a");
+    QCOMPARE(panel->drawnStates, QList<int>({Pressed}));
+    panel->forget();
+    panel->releaseButton("a");
+    QCOMPARE(panel->drawnStates, QList<int>({Focus}));
+    panel->forget();
+    panel->focusNextButton();
+    QCOMPARE(panel->drawnStates, QList<int>({Normal, Focus}));
+    panel->forget();
+    panel->setButtonState("b", Disabled);
+    QCOMPARE(panel->drawnStates, QList<int>({Disabled}));
+}
+
 void TestSkinBaseInput::setButtonFocus()
 {
     panel->setButtonFocus("a");
@@ -438,6 +456,19 @@ void TestSkinBaseInput::focusPrevCalls()
 {
     panel->focusPrevButton();
     QCOMPARE(panel->calls, QStringList({"focusPrevButton()", "setButtonFocus(b)", "drawButton(b)"}));
+}
+
+// The name leads to the later button of that name, which has the focus then and is drawn.
+void TestSkinBaseInput::focusNextToAnEqualName()
+{
+    installation->config("player", "[Control]\ncount = 2\n[Control_BUTTON0]\nname = x\n[Control_BUTTON1]\nname = x\n");
+    Panel twins(nullptr, "player");
+    twins.do_configloading("Control");
+    twins.forget();
+    twins.focusNextButton();
+    QVERIFY(twins.focusButton == twins.buttons.begin() + 1);
+    QCOMPARE(twins.buttons[0]->state, Normal);
+    QCOMPARE(twins.drawnStates, QList<int>({Focus}));
 }
 
 void TestSkinBaseInput::focusNextWithoutCandidate_data()

@@ -159,6 +159,8 @@ private slots:
     void setButtonStateOfPressedReleasesFirst_data();
     void setButtonStateOfPressedReleasesFirst();
     void setButtonStateOfPressedButNotHeld();
+    void focusOfTheFocusedButtonKeepsItsState();
+    void focusWhileAnotherIsHeld();
     void namedStates_data();
     void namedStates();
     void statesWithoutPicture();
@@ -1119,6 +1121,31 @@ void TestSkinBaseRendering::setButtonStateOfPressedButNotHeld()
     QCOMPARE(panel->calls, QStringList({"setButtonState(a,0)", "releaseButton(a)", "drawButton(a)"}));
     QCOMPARE(panel->state("a"), int(Normal));
     QVERIFY(panel->clicks.isEmpty());
+}
+
+// Intended: only a focus that moves sets the state.
+void TestSkinBaseRendering::focusOfTheFocusedButtonKeepsItsState()
+{
+    load();
+    panel->showFocus("a");
+    panel->hideButton("a");
+    panel->forget();
+    panel->showFocus("a");
+    QCOMPARE(panel->state("a"), int(Hidden));
+    QCOMPARE(panel->focused(), QStringLiteral("a"));
+    QCOMPARE(panel->callsOf("drawButton"), QStringList("drawButton(a)"));
+}
+
+void TestSkinBaseRendering::focusWhileAnotherIsHeld()
+{
+    load();
+    panel->pressButton("b");
+    panel->forget();
+    panel->setButtonState("a", Focus);
+    QCOMPARE(panel->state("a"), int(Normal));
+    QCOMPARE(panel->state("b"), int(Pressed));
+    QCOMPARE(panel->focused(), QStringLiteral("b"));
+    QCOMPARE(panel->calls, QStringList({"setButtonState(a,2)", "setButtonFocus(a)", "drawButton(a)"}));
 }
 
 void TestSkinBaseRendering::namedStates_data()
