@@ -4,6 +4,7 @@
 #include "skinbase/skinreader.h"
 
 #include <QEvent>
+#include <QPointer>
 
 #include <algorithm>
 
@@ -31,7 +32,12 @@ VolumeSkin::VolumeSkin(QWidget* parent, const char* name, unsigned int flags) : 
     init_event();
 }
 
-VolumeSkin::~VolumeSkin() = default;
+VolumeSkin::~VolumeSkin()
+{
+    // The slider goes with the panel's other children, later than this class.
+    if (slider)
+        disconnect(slider, &QObject::destroyed, this, &VolumeSkin::forgetSlider);
+}
 
 void VolumeSkin::init_volumeskin(QString name)
 {
@@ -42,6 +48,7 @@ void VolumeSkin::init_volumeskin(QString name)
     const QString bar = skin.picturePath(QStringLiteral("bar_image"));
     delete slider;
     slider = new SliderSkin(back, bar, this, sliderName.toLatin1().constData());
+    connect(slider, &QObject::destroyed, this, &VolumeSkin::forgetSlider);
     slider->move(boundedCoordinate(skin.number(QStringLiteral("xpos"))),
                  boundedCoordinate(skin.number(QStringLiteral("ypos"))));
     // A slider without size has nothing beneath it; a picture's null piece would be the whole picture.
@@ -76,6 +83,11 @@ void VolumeSkin::set_volumeValue(unsigned int v)
         slider->setValue(static_cast<int>(v));
     if (self)
         change_volumebutton();
+}
+
+void VolumeSkin::forgetSlider()
+{
+    slider = nullptr;
 }
 
 int VolumeSkin::level() const
@@ -139,8 +151,7 @@ void VolumeSkin::button_event(const QObject* /*sender*/, const QString name)
 
 bool VolumeSkin::eventFilter(QObject* obj, QEvent* e)
 {
-    // The kind of event first: others also come while the slider is being destroyed and is no SliderSkin any more.
-    if (e->type() == QEvent::FocusIn && slider && obj == slider)
+    if (slider && obj == slider && e->type() == QEvent::FocusIn)
         setFocus();
     return false;
 }

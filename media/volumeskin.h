@@ -3,8 +3,6 @@
 
 #include "skinbase/skinbase.h"
 
-#include <QPointer>
-
 class SliderSkin;
 
 /*
@@ -63,11 +61,12 @@ public slots:
 
 protected:
     // The child widget; null once somebody deleted it.
-    QPointer<SliderSkin> slider;
+    SliderSkin* slider = nullptr;
     // The user muted the sound. A level of 0 alone does not.
     bool muted = false;
 
 private:
+    void forgetSlider();
     int level() const;
     bool releaseMuteButton();
     void switchButton(const QString& hidden, const QString& shown);

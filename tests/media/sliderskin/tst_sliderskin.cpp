@@ -35,6 +35,8 @@ class tst_SliderSkin : public QObject
     Q_OBJECT
 
 private slots:
+    // Before any slider was pressed.
+    void initTestCase() { QCOMPARE(Slider::sliderStartVal, 0); }
     void init()
     {
         installation = std::make_unique<Installation>();
@@ -51,6 +53,7 @@ private slots:
     }
 
     void bases();
+    void dataModel();
     void enumerations();
     void signalsAndSlots_data();
     void signalsAndSlots();
@@ -180,6 +183,25 @@ void tst_SliderSkin::bases()
     QCOMPARE(fresh.rect, QRect(QPoint(0, 0), QPoint(-1, -1)));
     QVERIFY(fresh.image.isNull());
     QVERIFY(!fresh.used);
+}
+
+// What a subclass reads has these types.
+void tst_SliderSkin::dataModel()
+{
+    static_assert(std::is_same_v<decltype(Slider::grooveImage), QImage>);
+    static_assert(std::is_same_v<decltype(Slider::fillImage), QImage>);
+    static_assert(std::is_same_v<decltype(Slider::barImage), QImage>);
+    static_assert(std::is_same_v<decltype(Slider::barPressedImage), QImage>);
+    static_assert(std::is_same_v<decltype(Slider::markerImages), QImage[3]>);
+    static_assert(std::is_same_v<decltype(Slider::backImage), QImage>);
+    static_assert(std::is_same_v<decltype(Slider::markers), SliderMarker[10]>);
+    static_assert(std::is_same_v<decltype(Slider::sliderPos), int>);
+    static_assert(std::is_same_v<decltype(Slider::sliderVal), int>);
+    static_assert(std::is_same_v<decltype(Slider::clickOffset), int>);
+    static_assert(std::is_same_v<decltype(Slider::state), int>);
+    static_assert(std::is_same_v<decltype(Slider::orient), int>);
+    static_assert(std::is_same_v<decltype(Slider::configured), bool>);
+    static_assert(std::is_same_v<decltype(&Slider::sliderStartVal), int*>);
 }
 
 void tst_SliderSkin::enumerations()

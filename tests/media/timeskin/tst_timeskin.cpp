@@ -173,6 +173,7 @@ private slots:
     }
 
     void basesAndSlots();
+    void dataModel();
     void constructorArguments();
     void fresh();
     void showsMidnightAtFirst();
@@ -236,6 +237,24 @@ void tst_TimeSkin::basesAndSlots()
     const int index = meta.indexOfSlot(QMetaObject::normalizedSignature("update_time(unsigned int)"));
     QVERIFY(index >= meta.methodOffset());
     QCOMPARE(meta.method(index).access(), QMetaMethod::Public);
+}
+
+// What a subclass reads has these types.
+void tst_TimeSkin::dataModel()
+{
+    static_assert(std::is_same_v<decltype(Time::digits), TimeDigit[6]>);
+    static_assert(std::is_same_v<decltype(TimeDigit::images), QImage[10]>);
+    static_assert(std::is_same_v<decltype(Time::colonImage1), QImage>);
+    static_assert(std::is_same_v<decltype(Time::colon1Rect), QRect>);
+    static_assert(std::is_same_v<decltype(Time::colonImage2), QImage>);
+    static_assert(std::is_same_v<decltype(Time::colon2Rect), QRect>);
+    static_assert(std::is_same_v<decltype(Time::currentTime), unsigned int>);
+    static_assert(std::is_same_v<decltype(Time::numberImage), QImage*>);
+    static_assert(std::is_same_v<decltype(Time::colonImage), QImage*>);
+    static_assert(std::is_same_v<decltype(Time::spacing), int>);
+    const TimeDigit fresh;
+    QCOMPARE(fresh.rect, QRect(QPoint(0, 0), QPoint(-1, -1)));
+    QCOMPARE(fresh.current, 0);
 }
 
 void tst_TimeSkin::constructorArguments()

@@ -42,6 +42,7 @@ private slots:
 
     void basesSignalsAndSlots_data();
     void basesSignalsAndSlots();
+    void dataModel();
     void constructorArguments();
     void loadsItsOwnGroup();
     void takesNoFocus();
@@ -130,6 +131,17 @@ void tst_VolumeSkin::basesSignalsAndSlots()
     QCOMPARE(meta.method(index).access(), QMetaMethod::Public);
 }
 
+// What a subclass reads has these types; the slider can be taken for one of a subclass.
+void tst_VolumeSkin::dataModel()
+{
+    static_assert(std::is_same_v<decltype(Volume::slider), SliderSkin*>);
+    static_assert(std::is_same_v<decltype(Volume::muted), bool>);
+    Window window;
+    const Volume panel(&window, "Volume");
+    const auto* const slider = panel.slider;
+    QVERIFY(slider && slider == panel.findChild<SliderSkin*>("Volume_SLIDER"));
+}
+
 void tst_VolumeSkin::constructorArguments()
 {
     const VolumeSkin bare;
@@ -182,7 +194,7 @@ void tst_VolumeSkin::sliderIsAChild()
     Volume panel(&window, "Volume");
     const QList<SliderSkin*> sliders = panel.findChildren<SliderSkin*>();
     QCOMPARE(sliders.size(), 1);
-    QCOMPARE(sliders.at(0), static_cast<SliderSkin*>(panel.slider));
+    QCOMPARE(sliders.at(0), panel.slider);
     QCOMPARE(sliders.at(0)->parentWidget(), &panel);
     QCOMPARE(sliders.at(0)->name(), "Volume_SLIDER");
     QCOMPARE(sliders.at(0)->geometry(), QRect(60, 14, 50, 12));
