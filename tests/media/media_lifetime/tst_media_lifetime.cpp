@@ -288,19 +288,20 @@ class tst_MediaLifetime : public QObject
     Q_OBJECT
 
 private slots:
-    void init()
+    // Once for all rows, which only read the skins: writing them costs more than most rows.
+    void initTestCase()
     {
         installation = std::make_unique<Installation>();
         SliderSkins::install(*installation);
         VolumeSkins::install(*installation, "volume");
-        messages = std::make_unique<Messages>();
     }
+    void cleanupTestCase() { installation.reset(); }
+    void init() { messages = std::make_unique<Messages>(); }
     void cleanup()
     {
         QCoreApplication::processEvents();
         const QStringList printed = Messages::texts();
         messages.reset();
-        installation.reset();
         QCOMPARE(printed, QStringList());
     }
 
@@ -319,6 +320,7 @@ private slots:
     void levelDeletedAlone_data();
     void levelDeletedAlone();
     void panelWithoutLevel();
+    void sliderReplaced();
 
     void rangeChangedWhileMoved();
     void disabledWhilePressed();
@@ -496,13 +498,17 @@ void tst_MediaLifetime::levelDeletedAlone()
     what.act(scene.panel);
     QCOMPARE(executioner.calls, 1);
     QVERIFY(scene.panel && !scene.slider);
+    QVERIFY(!scene.panel->slider);
     scene.panel->grab();
 }
 
 void tst_MediaLifetime::panelWithoutLevel()
 {
     VolumeScene scene;
+    // Also where nobody is to hear of it.
+    scene.slider->blockSignals(true);
     delete scene.slider;
+    QVERIFY(!scene.panel->slider);
     scene.panel->set_volumeRange(0, 10, 1);
     scene.panel->set_volumeValue(4);
     scene.panel->change_muteButton(true);
@@ -513,6 +519,21 @@ void tst_MediaLifetime::panelWithoutLevel()
     QFocusEvent in(QEvent::FocusIn);
     QVERIFY(!static_cast<QObject*>(scene.panel)->eventFilter(scene.panel, &in));
     scene.panel->grab();
+}
+
+// The panel takes a new slider, and lets go of the old one for good.
+void tst_MediaLifetime::sliderReplaced()
+{
+    VolumeScene scene;
+    scene.panel->init_volumeskin("Volume");
+    QVERIFY(!scene.slider);
+    scene.slider = scene.panel->slider;
+    QCOMPARE(scene.panel->findChildren<SliderSkin*>(), QList<SliderSkin*>{scene.slider});
+    delete scene.slider;
+    QVERIFY(!scene.panel->slider);
+    scene.panel->set_volumeValue(3);
+    scene.panel->init_volumeskin("Volume");
+    QVERIFY(scene.panel->slider);
 }
 
 // The rest of the move counts in the new range.
