@@ -1,6 +1,7 @@
 #include "toolkit/toolkit.h"
 
-#include <QGuiApplication>
+#include <QCoreApplication>
+#include <QEvent>
 
 bool qt_left_hand_scrollbars = false;
 
@@ -23,6 +24,6 @@ void setGlobalStrut(const QSize& strut)
 
 void syncX()
 {
-    if (qGuiApp)
-        QGuiApplication::sync();
+    // Paint events and no others: QGuiApplication::sync() would let input and timers in.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
 }

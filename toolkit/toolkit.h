@@ -71,7 +71,8 @@ SKINWIDGETS_EXPORT void setGlobalStrut(const QSize& strut);
 // Whether vertical scroll bars stand at the left of their views; false at start. Read at each layout of a view.
 SKINWIDGETS_EXPORT extern bool qt_left_hand_scrollbars;
 
-// Brings what has been painted to the display before it returns.
+// Brings everything to the display before it returns, also what is only scheduled to be painted. No other event is
+// delivered.
 SKINWIDGETS_EXPORT void syncX();
 
 /*
