@@ -38,6 +38,12 @@ int saturated(qint64 number)
     return int(std::clamp<qint64>(number, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
+// With its sign turned, as moveContents() takes positions.
+int turned(int position)
+{
+    return saturated(-qint64(position));
+}
+
 // What a widget's side or position can be.
 int boundedLength(qint64 length)
 {
@@ -624,7 +630,7 @@ bool ScrollViewSkin::moveInside(const LayoutRun& run)
         d->hbar->setValue(x);
         if (!run.isCurrent())
             return false;
-        view->moveContents(-x, -d->vy);
+        view->moveContents(turned(x), turned(d->vy));
         if (!run.isCurrent())
             return false;
     }
@@ -633,7 +639,7 @@ bool ScrollViewSkin::moveInside(const LayoutRun& run)
         d->vbar->setValue(y);
         if (!run.isCurrent())
             return false;
-        view->moveContents(-d->vx, -y);
+        view->moveContents(turned(d->vx), turned(y));
     }
     return run.isCurrent();
 }
@@ -676,7 +682,7 @@ void ScrollViewSkin::setContentsPos(int x, int y)
 {
     const QPointer<ScrollViewSkin> self(this);
     const bool choked = std::exchange(d->signal_choke, true);
-    moveContents(-std::max(x, 0), -std::max(y, 0));
+    moveContents(turned(std::max(x, 0)), turned(std::max(y, 0)));
     // The bars get the position as it is now: a receiver may have moved the contents again.
     if (self)
         d->vbar->setValue(d->vy);
@@ -730,23 +736,30 @@ void ScrollViewSkin::hslide(int x)
 {
     if (d->signal_choke)
         return;
-    moveContents(-x, -d->vy);
+    moveContents(turned(x), turned(d->vy));
     syncX();
 }
 
 void ScrollViewSkin::vslide(int y)
 {
     const QPointer<ScrollViewSkin> self(this);
-    if (!d->signal_choke) {
-        const int step = d->vbar->lineStep();
-        if (d->lineSnapping && step > 0 && y < d->vbar->maxValue())
-            y = saturated((qint64(y) + step / 2) / step * step);
-        moveContents(-d->vx, -y);
-        syncX();
-    }
+    const bool moves = !d->signal_choke;
+    if (moves)
+        moveContents(turned(d->vx), turned(snapped(y)));
     // Intended: the whole viewport, also when the contents have not moved.
     if (self)
         d->viewport->repaint(true);
+    // Last, so that nothing is painted twice.
+    if (moves)
+        syncX();
+}
+
+int ScrollViewSkin::snapped(int y) const
+{
+    const int step = d->vbar->lineStep();
+    if (!d->lineSnapping || step <= 0 || y >= d->vbar->maxValue())
+        return y;
+    return saturated((qint64(y) + step / 2) / step * step);
 }
 
 void ScrollViewSkin::setEnabled(bool enable)

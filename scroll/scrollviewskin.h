@@ -227,6 +227,7 @@ private:
     void placeCornerWidget(const Layout& layout);
     static bool moveInside(const LayoutRun& run);
     void layOutWhileHidden();
+    int snapped(int y) const;
     QRect visiblePart(int x, int y, int w, int h) const;
     void resizeContentsToFirstChild();
     void watchViewport(QEvent* event);
