@@ -86,8 +86,8 @@ void blendIntoArea(QPixmap& target, const QRect& area, const QImage& picture, co
     // Let go of the pixels, so that they are written in place.
     if (inPlace)
         target = QPixmap();
-    const bool fits = picture.size() == pictureRect.size();
-    blendOver(pixels, fits ? picture : picture.copy(QRect(QPoint(), pictureRect.size())),
+    const QSize fitting = picture.size().boundedTo(pictureRect.size());
+    blendOver(pixels, picture.size() == fitting ? picture : picture.copy(QRect(QPoint(), fitting)),
               pictureRect.topLeft() - area.topLeft());
     if (alpha < 255)
         overwriteAlpha(pixels, (area & pictureRect).translated(-area.topLeft()), alpha);
