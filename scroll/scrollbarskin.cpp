@@ -21,6 +21,9 @@ constexpr int leastThumbLength = 10;
 // A range as large as this cannot be scaled to the trough; its thumb has the least length.
 constexpr unsigned int largestScaledRange = 0x40000000U;
 
+// The rows that a composed picture has at most: far more than any display, and a few megabytes.
+constexpr int highestPicture = 65536;
+
 constexpr int repeatDelay = 500;
 constexpr int repeatInterval = 50;
 
@@ -128,7 +131,7 @@ void ScrollBarSkin::redrawMiddle()
 {
     if (middleRect.height() < troughPieces.top.height())
         return;
-    troughImage = skinwidgets::composeTrough(troughPieces, middleRect.height());
+    troughImage = skinwidgets::composeTrough(troughPieces, std::min(middleRect.height(), highestPicture));
     // Intended: composed over the background at the top of the bar, not at the top of the trough.
     redrawImage(troughImage, middleRect.left(), subRect.top());
 }
@@ -138,7 +141,7 @@ void ScrollBarSkin::redrawThumb()
     const QRect slider = sliderRect();
     thumbImage = QImage();
     if (!slider.isEmpty()) {
-        thumbImage = QImage(slider.size(), QImage::Format_ARGB32);
+        thumbImage = QImage(slider.width(), std::min(slider.height(), highestPicture), QImage::Format_ARGB32);
         thumbImage.fill(0);
     }
     const int capHeight = thumbPieces.top.height();

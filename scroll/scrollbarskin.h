@@ -158,7 +158,8 @@ protected:
     QRect thumbRect;
     // The thumb's position when it was grabbed, shared by all bars.
     static int sliderStartPos;
-    // Ready to be painted; null where pictures are missing. The thumb as it is drawn while idle and while dragged.
+    // Ready to be painted; null where pictures are missing, and 65536 pixels high at most. The thumb as it is drawn
+    // while idle and while dragged.
     QImage troughImage;
     QImage thumbImage;
     QImage thumbPressedImage;
