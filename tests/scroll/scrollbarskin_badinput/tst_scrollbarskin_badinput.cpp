@@ -594,7 +594,7 @@ void tst_ScrollBarSkinBadInput::farPositions()
     BarStage stage;
     QVERIFY(stage.begin(30));
     Bar& bar = stage.bar;
-    for (const int position : {lowest, lowest + 30, highest - 30, highest}) {
+    for (const int position : {-1000000000, 0, 1000000000}) {
         bar.sliderPos = position;
         (void)bar.pointOver({10, 60});
         (void)bar.sliderRect();
