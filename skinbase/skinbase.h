@@ -30,8 +30,9 @@ class SkinReader;
  *     name         by which the application knows the button
  *     image        picture file, four equal pictures side by side: normal, pressed, focus, disabled
  *     xpos, ypos   top-left corner on the panel in pixels, -1 where missing
- *     mask         pixel value in hexadecimal digits; 0 where missing or no number. A picture without alpha yields
- * pixels whose first byte is ff, so a mask is written with eight digits: ffff00ff
+ *     mask         pixel value in hexadecimal digits; 0 where missing or no number
+ *
+ * A mask picture without alpha yields pixels whose first byte is ff, so a mask is written with eight digits: ffff00ff.
  *
  * Everything that is missing or cannot be read gives its default: an empty name, 0, -1, a null picture; what was
  * missing goes to the logging category skinwidgets.skin, which is off by default. A picture file may hold up to 16
