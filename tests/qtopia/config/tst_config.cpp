@@ -20,6 +20,7 @@ private slots:
     void missingKeysGiveTheFallback_data();
     void missingKeysGiveTheFallback();
     void emptyValuesAreNotNull();
+    void otherCommentSignsBelongToTheKey();
     void readsNumbers_data();
     void readsNumbers();
     void readsBooleans_data();
@@ -42,6 +43,7 @@ private slots:
     void survivesAnyBytes();
     void readsUpToTheLimit_data();
     void readsUpToTheLimit();
+    void readsAFileOfTheLimit();
     void readsHugeFilesInBoundedTime();
     void readsLargeFilesInBoundedTime_data();
     void readsLargeFilesInBoundedTime();
@@ -168,6 +170,14 @@ void TestConfig::emptyValuesAreNotNull()
         QCOMPARE(config.readEntry(key, "fallback"), QString(""));
         QCOMPARE(config.readListEntry(key, ','), QStringList());
     }
+}
+
+void TestConfig::otherCommentSignsBelongToTheKey()
+{
+    Config config(write("[g]\n;k = v\n//k = w\n"), Config::File);
+    config.setGroup("g");
+    QCOMPARE(config.readEntry(";k"), QString("v"));
+    QCOMPARE(config.readEntry("//k"), QString("w"));
 }
 
 void TestConfig::readsNumbers_data()
@@ -507,6 +517,17 @@ void TestConfig::readsUpToTheLimit()
     QCOMPARE(config.readNumEntry("first"), 1);
     QTEST(config.hasKey("k"), "expected");
     QVERIFY(!config.hasKey("late"));
+}
+
+// Nothing is cut there, so the last line needs no newline.
+void TestConfig::readsAFileOfTheLimit()
+{
+    const QByteArray head("[g]\n#");
+    const QByteArray tail("\nk = 12");
+    const QByteArray filling(Config::largestFile - head.size() - tail.size(), 'x');
+    Config config(write(head + filling + tail), Config::File);
+    config.setGroup("g");
+    QCOMPARE(config.readNumEntry("k"), 12);
 }
 
 void TestConfig::readsHugeFilesInBoundedTime()

@@ -19,6 +19,7 @@ private slots:
     void copiesAlphaByte_data();
     void copiesAlphaByte();
     void targetWithoutAlphaKeepsColours();
+    void sourceWithoutAlphaIsOpaque();
     void premultipliedTargetBecomesStraight();
     void rectangles_data();
     void rectangles();
@@ -96,6 +97,16 @@ void TestBitBlt::targetWithoutAlphaKeepsColours()
     QVERIFY(!pixmap.hasAlphaChannel());
     bitBlt(&pixmap, 0, 0, &source);
     QCOMPARE(pixmap.toImage().pixel(1, 1), 0xffabcdefU);
+}
+
+// The fourth byte of a picture without alpha is no part of it, whatever stands there.
+void TestBitBlt::sourceWithoutAlphaIsOpaque()
+{
+    const QImage bytes = filled(2, 2, 0x12abcdef);
+    const QImage source(bytes.constBits(), 2, 2, bytes.bytesPerLine(), QImage::Format_RGB32);
+    QImage image = filled(2, 2, 0);
+    bitBlt(&image, 0, 0, &source);
+    QCOMPARE(image.pixel(1, 1), 0xffabcdefU);
 }
 
 void TestBitBlt::premultipliedTargetBecomesStraight()

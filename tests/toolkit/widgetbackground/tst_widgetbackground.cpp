@@ -19,6 +19,7 @@ private slots:
     void origins();
     void tiling_data();
     void tiling();
+    void originOfAWindow();
     void alphaIsCopied();
     void windowColourWithoutPicture();
     void plainWidget();
@@ -166,6 +167,20 @@ void TestWidgetBackground::tiling()
     for (int y = 0; y < 10; ++y)
         for (int x = 0; x < 10; ++x)
             QCOMPARE(target.pixel(x, y), qRgba((source.x() + x) % 4, (source.y() + y) % 3, 7, 9));
+}
+
+// A window's place on the display, or above its parent, moves nothing.
+void TestWidgetBackground::originOfAWindow()
+{
+    QWidget owner;
+    Widget window(&owner, "window", Qt::WType_TopLevel);
+    window.setBackgroundPixmap(numbered(4, 3));
+    window.move(2, 1);
+    for (const auto origin :
+         {WidgetBackground::ParentOrigin, WidgetBackground::WindowOrigin, WidgetBackground::AncestorOrigin}) {
+        window.setBackgroundOrigin(origin);
+        QCOMPARE(backgroundOffset(&window), QPoint());
+    }
 }
 
 void TestWidgetBackground::alphaIsCopied()
