@@ -359,6 +359,10 @@ void ScrollViewSkin::addChild(QWidget* child, int x, int y)
         record = d->record(child);
     }
     d->placeChild(*record);
+    // One that is out of the way has its place from the contents position, whatever covers it.
+    record = self ? d->record(added) : nullptr;
+    if (record && record->parked)
+        added->move(d->placeInViewport(*record));
     if (self)
         resizeContentsToFirstChild();
 }
@@ -370,7 +374,13 @@ void ScrollViewSkin::moveChild(QWidget* child, int x, int y)
 
 void ScrollViewSkin::removeChild(QWidget* child)
 {
-    removeChild(static_cast<QObject*>(child));
+    DQSVChildRec* record = d->record(child);
+    if (!record)
+        return;
+    const QPointer<ScrollViewSkin> self(this);
+    d->unpark(*record);
+    if (self)
+        removeChild(static_cast<QObject*>(child));
 }
 
 // The child may be in its destructor and no widget any more.
@@ -936,7 +946,7 @@ void ScrollViewSkin::watchChild(QWidget* child, QEvent* event)
     }
     case QEvent::Move:
         // Not when it was the view that moved the child.
-        if (d->policy == AutoOne && child->pos() != d->placeOf(record)) {
+        if (d->policy == AutoOne && !record.parked && child->pos() != d->placeOf(record)) {
             const QPoint at = child->pos() + d->clipperOffset();
             setContentsPos(-at.x(), -at.y());
         }

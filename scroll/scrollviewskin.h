@@ -110,7 +110,8 @@ public:
     virtual void addChild(QWidget* child, int x = 0, int y = 0);
     // The same.
     virtual void moveChild(QWidget* child, int x, int y);
-    // Lets go of the child, which stays a child widget of the clipper and is not deleted. Others are ignored.
+    // Lets go of the child, which stays a child widget of the clipper and is not deleted. One that only the view had
+    // hidden is shown again. Others are ignored.
     virtual void removeChild(QWidget* child);
     void removeChild(QObject* child);
     // Shows or hides the child for as long as the view itself may show it. Others are ignored.

@@ -123,6 +123,11 @@ QPoint ScrollViewSkinData::placeOf(const DQSVChildRec& record) const
     return {boundedPosition(record.x - left), boundedPosition(record.y - top)};
 }
 
+QPoint ScrollViewSkinData::placeInViewport(const DQSVChildRec& record) const
+{
+    return {boundedPosition(qint64(record.x) - vx), boundedPosition(qint64(record.y) - vy)};
+}
+
 bool ScrollViewSkinData::isCovered(const DQSVChildRec& record) const
 {
     return overlap(record.x, record.child->width(), originX, clipped_viewport->width()) &&
@@ -173,6 +178,16 @@ void ScrollViewSkinData::setWanted(DQSVChildRec& record, bool wanted)
     if (record.parked || !record.child)
         return;
     toggle(record.child, wanted);
+}
+
+void ScrollViewSkinData::unpark(DQSVChildRec& record)
+{
+    if (!std::exchange(record.parked, false) || !record.wanted || !record.child)
+        return;
+    const QPointer<QWidget> child = record.child;
+    child->move(placeOf(record));
+    if (child)
+        toggle(child, true);
 }
 
 // The children come by pointer, for what one does when it is moved may remove others.

@@ -59,8 +59,12 @@ public:
 
     // Where the child belongs now in its parent's coordinates; bounded to what widgets can have as a position.
     QPoint placeOf(const DQSVChildRec& record) const;
+    // Where it lies in the viewport.
+    QPoint placeInViewport(const DQSVChildRec& record) const;
     // Puts the child there, and shows or hides it as its place and the application's wish ask for.
     void placeChild(DQSVChildRec& record);
+    // Ends what the view itself has hidden.
+    void unpark(DQSVChildRec& record);
     void setWanted(DQSVChildRec& record, bool wanted);
 
     // Brings what is seen in line with the contents position.
