@@ -140,6 +140,7 @@ private slots:
     void markerKind();
     void insertingRepaintsNothing();
     void removeMarkerWarnsAndRepaints();
+    void removedBeforeItsPlaceIsPainted();
     void removeMarkerIgnores_data();
     void removeMarkerIgnores();
     void removedMarkerKeepsItsPlace();
@@ -1284,6 +1285,27 @@ void tst_SliderSkin::removeMarkerWarnsAndRepaints()
     QCOMPARE(int(Messages::all().at(0).type), int(QtWarningMsg));
     QCOMPARE(Messages::all().at(0).category, QByteArray("default"));
     expectedMessages = {" index =3"};
+}
+
+void tst_SliderSkin::removedBeforeItsPlaceIsPainted()
+{
+    struct Watching : Slider {
+        using Slider::Slider;
+        QList<bool> seen;
+        void paintEvent(QPaintEvent* event) override
+        {
+            seen << markers[0].used;
+            Slider::paintEvent(event);
+        }
+    };
+    Window window;
+    Watching slider(&window, "Seek");
+    QVERIFY(window.expose());
+    slider.insertMarker(Marker_1, 10);
+    slider.seen.clear();
+    slider.removeMarker(0);
+    expectedMessages = {" index =0"};
+    QCOMPARE(slider.seen, QList<bool>{false});
 }
 
 void tst_SliderSkin::removeMarkerIgnores_data()

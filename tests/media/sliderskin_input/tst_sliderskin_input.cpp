@@ -55,6 +55,7 @@ private slots:
     void moveWithoutDragIsIgnored_data();
     void moveWithoutDragIsIgnored();
     void moveAfterAnotherValueWasSet();
+    void moveTellsTheValueOfThePlace();
     void stateInSlots();
 
     void releaseCallsVirtualSetValue();
@@ -482,6 +483,19 @@ void tst_SliderSkinInput::moveAfterAnotherValueWasSet()
     QCOMPARE(stage.take(), (QStringList{"sliderMoved(7)", "paint 20,0 60x12", "valueChanged(7)", "valueChanged(7)"}));
 }
 
+// Also where a receiver has given the range control another value meanwhile.
+void tst_SliderSkinInput::moveTellsTheValueOfThePlace()
+{
+    SliderStage stage;
+    QVERIFY(stage.begin(7));
+    press(&stage.slider, stage.at(74));
+    stage.take();
+    connect(&stage.slider, &SliderSkin::valueChanged, &stage.slider, [&] { stage.slider.QRangeControl::setValue(2); });
+    move(&stage.slider, stage.at(94));
+    QCOMPARE(stage.take().filter("valueChanged"),
+             (QStringList{"valueChanged(9)", "valueChanged(2)", "valueChanged(9)"}));
+}
+
 void tst_SliderSkinInput::stateInSlots()
 {
     SliderStage stage;
@@ -565,7 +579,7 @@ void tst_SliderSkinInput::setValueInSeekReleasedIsIgnored()
     QCOMPARE(stage.slider.value(), 9);
 }
 
-// The shown value, which need not be that of the position.
+// The shown value, which need not be that of the position; setValue() is asked for the latter.
 void tst_SliderSkinInput::seekReleasedCarriesTheShownValue()
 {
     SliderStage stage;
@@ -573,8 +587,9 @@ void tst_SliderSkinInput::seekReleasedCarriesTheShownValue()
     press(&stage.slider, stage.at(74));
     stage.slider.sliderVal = 13;
     stage.take();
+    stage.slider.trace = &stage.recorder;
     release(&stage.slider, stage.at(74));
-    QCOMPARE(stage.take(), (QStringList{"seekReleased(13)", "paint 70,0 10x12"}));
+    QCOMPARE(stage.take(), (QStringList{"setValue(7)", "seekReleased(13)", "paint 70,0 10x12"}));
 }
 
 void tst_SliderSkinInput::negativeValuesInSignals()

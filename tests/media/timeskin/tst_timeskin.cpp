@@ -189,6 +189,7 @@ private slots:
     void spacing();
     void sizes_data();
     void sizes();
+    void sizeFollowsTheLastPlace();
     void loadingAgainReplaces();
 
     void positions_data();
@@ -208,6 +209,7 @@ private slots:
     void updateRepaintsChangedPlaces_data();
     void updateRepaintsChangedPlaces();
     void updateThroughTheMetaObject();
+    void sameTimeIsLeftAlone();
     void currentTimeIsKept();
 
     void drawDigits_data();
@@ -441,6 +443,23 @@ void tst_TimeSkin::sizes()
     QCOMPARE(time.colon1Rect.size(), colon);
     QCOMPARE(time.colonImage2.size(), colon);
     QCOMPARE(time.digits[5].images[9].size(), QSize(numbers.width() / 10, numbers.height()));
+}
+
+// The place's left edge and its picture of 0 count, also where a subclass lays the places out differently.
+void tst_TimeSkin::sizeFollowsTheLastPlace()
+{
+    struct Wide : Time {
+        using Time::Time;
+        void init_positions(const QSize& number, const QSize& colon) override
+        {
+            Time::init_positions(number, colon);
+            digits[5].rect = QRect(90, 3, 33, 44);
+        }
+    };
+    Window window;
+    Wide time(&window, "Time");
+    time.do_configloading("Time");
+    QCOMPARE(time.size(), QSize(100, 20));
 }
 
 void tst_TimeSkin::loadingAgainReplaces()
@@ -682,6 +701,19 @@ void tst_TimeSkin::updateThroughTheMetaObject()
     Time time(&window, "Time");
     QVERIFY(QMetaObject::invokeMethod(&time, "update_time", Q_ARG(unsigned int, 3723U)));
     QCOMPARE(time.currentTime, 3723U);
+}
+
+// Not even figures that a subclass has put there are looked at.
+void tst_TimeSkin::sameTimeIsLeftAlone()
+{
+    Window window;
+    Time time(&window, "Time");
+    time.update_time(3723);
+    time.digits[5].current = 8;
+    time.update_time(3723);
+    QCOMPARE(time.digits[5].current, 8);
+    time.update_time(3724);
+    QCOMPARE(time.figures(), QList<int>({0, 1, 0, 2, 0, 4}));
 }
 
 void tst_TimeSkin::currentTimeIsKept()

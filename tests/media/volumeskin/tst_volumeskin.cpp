@@ -58,6 +58,7 @@ private slots:
     void sliderPosition();
     void noSkin();
     void deletedWithThePanel();
+    void newSliderSounds();
 
     void sliderStandsOnThePanelsBackground();
     void wholePicture_data();
@@ -79,6 +80,7 @@ private slots:
     void muteButton_data();
     void muteButton();
     void muteButtonIsForgotten();
+    void hiddenButtonShowsAgain();
 
     void buttonEvent_data();
     void buttonEvent();
@@ -318,6 +320,15 @@ void tst_VolumeSkin::deletedWithThePanel()
     QVERIFY(slider);
     panel.reset();
     QVERIFY(!slider);
+}
+
+void tst_VolumeSkin::newSliderSounds()
+{
+    Window window;
+    Volume panel(&window, "Volume");
+    panel.muted = true;
+    panel.init_volumeskin("Volume");
+    QVERIFY(!panel.muted);
 }
 
 // The slider's pictures are composed over the piece of the panel's background that lies under them.
@@ -562,6 +573,20 @@ void tst_VolumeSkin::muteButtonIsForgotten()
     stage.panel.change_muteButton(true);
     QCOMPARE(stage.shownButton(), QString("mute_on"));
     stage.panel.set_volumeValue(3);
+    QCOMPARE(stage.shownButton(), QString("mute_off"));
+}
+
+// A button that has the focus already gets none by showFocus(), and shows all the same.
+void tst_VolumeSkin::hiddenButtonShowsAgain()
+{
+    VolumeStage stage;
+    stage.begin(5);
+    stage.panel.hideButton("mute_off");
+    QCOMPARE(stage.shownButton(), QString());
+    stage.panel.change_volumebutton();
+    QCOMPARE(stage.shownButton(), QString("mute_off"));
+    stage.panel.hideButton("mute_off");
+    stage.panel.change_muteButton(false);
     QCOMPARE(stage.shownButton(), QString("mute_off"));
 }
 
