@@ -1,6 +1,7 @@
 #include "pages.h"
 
 #include "buttonspage.h"
+#include "scrollbarpage.h"
 #include "sliderpage.h"
 #include "timepage.h"
 #include "volumepage.h"
@@ -23,6 +24,7 @@ const std::vector<PageEntry>& allPages()
         {QStringLiteral("Slider"), create<SliderPage>},
         {QStringLiteral("Time"), create<TimePage>},
         {QStringLiteral("Volume"), create<VolumePage>},
+        {QStringLiteral("Scroll bar"), create<ScrollBarPage>},
     };
     return pages;
 }
