@@ -246,12 +246,10 @@ void ToolkitLabel::paintEvent(QPaintEvent*)
 
 void ToolkitLabel::drawContents(QPainter* painter)
 {
-    if (drawsPlainText())
-        drawPlainText(painter);
-    else if (painter->device()->depth() == 1)
+    if (painter->device()->depth() == 1)
         drawCover(painter);
     else
-        drawOther(painter);
+        drawColoured(painter);
 }
 
 bool ToolkitLabel::drawsPlainText() const
@@ -259,9 +257,11 @@ bool ToolkitLabel::drawsPlainText() const
     return !text().isEmpty() && effectiveFormat(*this) == Qt::PlainText;
 }
 
-void ToolkitLabel::drawOther(QPainter* painter)
+void ToolkitLabel::drawColoured(QPainter* painter)
 {
-    if (!text().isEmpty())
+    if (drawsPlainText())
+        drawPlainText(painter);
+    else if (!text().isEmpty())
         drawDocument(painter);
     else if (!movie() && !picture().isNull())
         drawPictureContents(painter);
@@ -269,7 +269,8 @@ void ToolkitLabel::drawOther(QPainter* painter)
         drawPixmapContents(painter, shownPixmap());
 }
 
-// Colours mean nothing to a one-bit device: each pixel that is more than half opaque counts.
+// Colours mean nothing to a one-bit device: each pixel that is more than half opaque counts. Not drawn there directly:
+// large letters are filled by several threads at once, which lose bits of a byte that they share.
 void ToolkitLabel::drawCover(QPainter* painter)
 {
     QImage cover(size(), QImage::Format_ARGB32_Premultiplied);
@@ -279,7 +280,7 @@ void ToolkitLabel::drawCover(QPainter* painter)
     crisp.setStyleStrategy(QFont::NoAntialias);
     coverPainter.setFont(crisp);
     coverPainter.setPen(Qt::black);
-    drawOther(&coverPainter);
+    drawColoured(&coverPainter);
     coverPainter.end();
     painter->drawPixmap(0, 0, QBitmap::fromImage(cover.createAlphaMask()));
 }

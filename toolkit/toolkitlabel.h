@@ -98,7 +98,7 @@ private:
     void drawDocument(QPainter* painter);
     void drawPixmapContents(QPainter* painter, const QPixmap& pixmap);
     void drawPictureContents(QPainter* painter);
-    void drawOther(QPainter* painter);
+    void drawColoured(QPainter* painter);
     void drawCover(QPainter* painter);
     QPixmap shownPixmap();
 
