@@ -133,20 +133,16 @@ void ImageButton::setFocus()
 {
     if (state == DisabledState)
         return;
-    const QPointer<ImageButton> self(this);
     ToolkitWidget::setFocus();
-    if (self)
-        showState(FocusState);
+    showState(FocusState);
 }
 
 void ImageButton::clearFocus()
 {
     if (state == DisabledState)
         return;
-    const QPointer<ImageButton> self(this);
     ToolkitWidget::clearFocus();
-    if (self)
-        showState(NormalState);
+    showState(NormalState);
 }
 
 void ImageButton::focusInEvent(QFocusEvent* event)

@@ -57,9 +57,15 @@ void WhineExitButton::focusInEvent(QFocusEvent* event)
 
 void WhineExitButton::focusOutEvent(QFocusEvent* event)
 {
-    // A held button is released here, and a receiver of that may delete it.
-    const QPointer<WhineExitButton> self(this);
+    // Without the focus a held button is let go. The base's handler would do so too, but goes on working on a button
+    // that a receiver of released() may have deleted.
+    if (isDown() && event->reason() != Qt::PopupFocusReason) {
+        const QPointer<WhineExitButton> self(this);
+        setDown(false);
+        emit released();
+        if (!self)
+            return;
+    }
     QButton::focusOutEvent(event);
-    if (self)
-        setBackgroundPixmap(normalPixmap);
+    setBackgroundPixmap(normalPixmap);
 }

@@ -11,7 +11,8 @@
  *
  * The application fills in the pictures after construction; until then, and where a picture is null, nothing is drawn.
  * The button is not resized to them. A disabled button shows the normal picture. A press by the program
- * (setDown()) emits no signal and shows nothing.
+ * (setDown()) emits no signal and shows nothing. Any signal's receiver may delete the button; a button group does not
+ * hear of a release because the focus left.
  */
 class SKINWIDGETS_EXPORT WhineExitButton : public QButton
 {
