@@ -1,15 +1,21 @@
 #include "player/playback.h"
 
 #include <QAudioDevice>
+#include <QFile>
 #include <QFileInfo>
 #include <QMediaDevices>
 #include <QPointer>
 #include <QUrl>
 
+#include <chrono>
 #include <utility>
 
 namespace
 {
+
+using namespace std::chrono_literals;
+
+constexpr auto restTime = 1s;
 
 // The factor for the samples that sounds as loud as a volume says.
 float amplitude(int volume)
@@ -26,22 +32,24 @@ Playback::Playback(QObject* parent) : QObject(parent)
     m_leaveTimer.setSingleShot(true);
     connect(&m_leaveTimer, &QTimer::timeout, this, &Playback::leaveFile);
 
+    m_retireTimer.setObjectName(QStringLiteral("release players"));
+    m_retireTimer.setSingleShot(true);
+    connect(&m_retireTimer, &QTimer::timeout, this, &Playback::releaseRetired);
+
     renewPlayer();
 }
 
 Playback::~Playback()
 {
-    // The backend may report while it shuts down, when this object's own state is gone already.
-    m_player->disconnect(this);
+    // There is no event loop that could be waited for.
+    retirePlayer();
+    releaseRetired();
 }
 
 void Playback::renewPlayer()
 {
-    if (m_player) {
-        m_player->disconnect(this);
-        // This may be a call from one of its signals.
-        m_player.release()->deleteLater();
-    }
+    if (m_player)
+        retirePlayer();
     m_player = std::make_unique<QMediaPlayer>();
     auto* output = new QAudioOutput(m_player.get());
     output->setVolume(amplitude(m_volume));
@@ -55,6 +63,24 @@ void Playback::renewPlayer()
     connect(m_player.get(), &QMediaPlayer::mediaStatusChanged, this, &Playback::mediaStatusChanged);
     connect(m_player.get(), &QMediaPlayer::errorOccurred, this,
             [this](QMediaPlayer::Error, const QString& reason) { fail(reason); });
+}
+
+// Taken apart while it still seeks or loads, a player blocks for a second or crashes; silent, it may come to rest
+// first. This may also be a call from one of its signals.
+void Playback::retirePlayer()
+{
+    m_player->disconnect(this);
+    m_player->audioOutput()->setMuted(true);
+    m_player->pause();
+    m_retired.push_back(std::move(m_player));
+    m_retireTimer.start(restTime);
+}
+
+void Playback::releaseRetired()
+{
+    for (const auto& player : m_retired)
+        player->setSource(QUrl());
+    m_retired.clear();
 }
 
 bool Playback::hasSoundDevice()
@@ -176,15 +202,27 @@ void Playback::load(int index, qint64 position)
     m_failed = false;
     m_startPosition = position;
 
-    const QString file = currentFile();
-    if (QFileInfo(file).isFile()) {
-        m_player->setSource(QUrl::fromLocalFile(file));
-        if (m_playing && !m_failed)
-            m_player->play();
-    } else {
+    loadSource();
+    emit currentChanged(currentFile());
+}
+
+void Playback::loadSource()
+{
+    const QString name = currentFile();
+    if (!QFileInfo(name).isFile()) {
         fail(tr("no such file"));
+        return;
     }
-    emit currentChanged(file);
+    auto* file = new QFile(name, m_player.get());
+    if (!file->open(QIODevice::ReadOnly)) {
+        fail(file->errorString());
+        return;
+    }
+    // The backend seeks to the start while it loads, which can block for ever when data comes in at that moment. A
+    // device is not read before control returns to the event loop.
+    m_player->setSourceDevice(file, QUrl::fromLocalFile(name));
+    if (m_playing && !m_failed)
+        m_player->play();
 }
 
 void Playback::fail(const QString& reason)

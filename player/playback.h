@@ -8,6 +8,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <vector>
 
 /*
  * Plays a list of sound files one after the other. Times are milliseconds. The volume is 0 to 100 in steps that sound
@@ -77,7 +78,10 @@ private:
 
     void start(StartMode mode, qint64 position = 0);
     void renewPlayer();
+    void retirePlayer();
+    void releaseRetired();
     void load(int index, qint64 position = 0);
+    void loadSource();
     void stepBy(int direction);
     void fail(const QString& reason);
     void seekToStart();
@@ -103,6 +107,9 @@ private:
 
     // Never null.
     std::unique_ptr<QMediaPlayer> m_player;
+    // Players of earlier files, silent, until they may be destroyed.
+    std::vector<std::unique_ptr<QMediaPlayer>> m_retired;
+    QTimer m_retireTimer;
     // The backend reports ends and failures from within its own work, where its source must not change.
     QTimer m_leaveTimer;
 };
