@@ -34,6 +34,6 @@ void installMessageFilter()
 {
     keepsBackends = !qEnvironmentVariableIsEmpty("QT_LOGGING_RULES");
     if (!keepsBackends)
-        QLoggingCategory::setFilterRules(QStringLiteral("qt.multimedia.*=false"));
+        QLoggingCategory::setFilterRules(QStringLiteral("qt.multimedia.*=false\nqt.gui.imageio*=false"));
     previousHandler = qInstallMessageHandler(filter);
 }

@@ -1,6 +1,7 @@
 #include "media/sliderskin.h"
 #include "player/messagefilter.h"
 
+#include <QImage>
 #include <QTest>
 
 namespace
@@ -26,6 +27,7 @@ private slots:
     void cleanupTestCase() { qInstallMessageHandler(m_testHandler); }
     void lostMarkersAreNoNews();
     void searchForASoundServerIsNoNews();
+    void brokenPicturesAreNoNews();
     void everythingElseIs_data();
     void everythingElseIs();
     void otherKindsOfMessagesAre();
@@ -40,8 +42,11 @@ void TestMessageFilter::initTestCase()
     SliderSkin slider;
     slider.insertMarker(Marker_1, 0);
     slider.removeMarker(0);
-    // Without the filter there is a line to be kept back.
+    // Without the filter there are lines to be kept back.
     QCOMPARE(printed.count(QStringLiteral(" index =0")), 1);
+    printed.clear();
+    QVERIFY(QImage::fromData(QByteArray("\xff\xd8\xff\xe0 no more than a beginning")).isNull());
+    QVERIFY(!printed.isEmpty());
     installMessageFilter();
 }
 
@@ -58,6 +63,12 @@ void TestMessageFilter::lostMarkersAreNoNews()
 void TestMessageFilter::searchForASoundServerIsNoNews()
 {
     qWarning("PulseAudioService: pa_context_connect() failed");
+    QCOMPARE(printed, QStringList());
+}
+
+void TestMessageFilter::brokenPicturesAreNoNews()
+{
+    QVERIFY(QImage::fromData(QByteArray("\xff\xd8\xff\xe0 no more than a beginning")).isNull());
     QCOMPARE(printed, QStringList());
 }
 
