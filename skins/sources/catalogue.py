@@ -55,14 +55,19 @@ def player_panel():
         "pics/night/player_bg.png": Entry(lying_on(panel.GROUND, panel.furniture).drawing, pixels=player_background),
         "pics/night/player_mask.png": Entry(
             pixels=lambda: panel.mask("Player", geometry.SCREEN, geometry.BODY, 2)),
+        "pics/night/details_mask.png": Entry(pixels=lambda: panel.mask("Details", geometry.SCREEN, geometry.BODY, 6)),
         "pics/night/volume_bg.png": Entry(pixels=volume_background),
         "pics/night/volume_mask.png": Entry(
             pixels=lambda: panel.mask("Volume", (geometry.VOLUME_BED.width, geometry.VOLUME_BED.height),
                                       geometry.BODY, 2)),
     }
     for name in geometry.BODY:
-        found[f"pics/night/{name}.png"] = Entry(functools.partial(buttons.button_strip, name), alpha=True)
+        found[button_file(name)] = Entry(functools.partial(buttons.button_strip, name), alpha=True)
     return found
+
+
+def button_file(name):
+    return f"pics/night/{'details_close' if name == 'close' else name}.png"
 
 
 def volume_background():

@@ -31,6 +31,10 @@ def signs(name, cx, cy):
         return rectangle(cx - 10, cy - 12, 7, 24) + rectangle(cx + 3, cy - 12, 7, 24), cy - 12, cy + 12
     if name == "stop":
         return rectangle(cx - 7, cy - 7, 14, 14), cy - 7, cy + 7
+    if name == "details":
+        return letter_i(cx, cy), cy - 8, cy + 8
+    if name == "close":
+        return arrow_back(cx, cy), cy - 5, cy + 5
     if name == "open":
         return folder(cx, cy), cy - 8, cy + 8
     return speaker(cx, cy) + (waves(cx, cy) if name == "mute_off" else cross(cx, cy)), cy - 7, cy + 7
@@ -41,6 +45,17 @@ def folder(cx, cy):
     back = (f"M{cx - 11} {cy + 5}V{cy - 6}a2 2 0 0 1 2 -2h5l3 3h7a2 2 0 0 1 2 2v1h-14a3 3 0 0 0 -2.8 1.9z")
     flap = f"M{cx - 5.6} {cy - 1}h17.6l-3.4 8a1.6 1.6 0 0 1 -1.5 1h-16z"
     return back + flap
+
+
+def letter_i(cx, cy):
+    """A small i with serifs."""
+    return (rectangle(cx - 2, cy - 8, 4, 4)
+            + f"M{cx - 4} {cy - 2}h6v8h2v2h-8v-2h2v-6h-2z")
+
+
+def arrow_back(cx, cy):
+    """An arrow to the left with a shaft."""
+    return f"M{cx - 7} {cy}l6 -5v3.5h7v3h-7v3.5z"
 
 
 def speaker(cx, cy):

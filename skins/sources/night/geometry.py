@@ -32,9 +32,10 @@ def buttons(section):
 
 # Button pictures are larger than the visible button, so that the focus glow has room to fade out.
 PICTURE_SIZE = {"prev": (54, 54), "play": (80, 80), "pause": (80, 80), "stop": (54, 54), "next": (54, 54),
-                "open": (82, 50), "mute_off": (36, 38), "mute_on": (36, 38)}
+                "open": (82, 50), "details": (36, 38), "close": (32, 22), "mute_off": (36, 38), "mute_on": (36, 38)}
 BODY = {"prev": Box(5, 5, 44, 44, 22), "stop": Box(5, 5, 44, 44, 22), "next": Box(5, 5, 44, 44, 22),
         "play": Box(6, 6, 68, 68, 34), "pause": Box(6, 6, 68, 68, 34), "open": Box(5, 5, 72, 40, 20),
+        "details": Box(4, 4, 28, 28, 8), "close": Box(2, 2, 28, 17, 5),
         "mute_off": Box(4, 4, 28, 28, 8), "mute_on": Box(4, 4, 28, 28, 8)}
 
 

@@ -93,6 +93,8 @@ def trays(d):
     d.recess([row, ring], bed)
     opener = geometry.body_on_panel("open").inset(-4)
     d.recess([opener], d.down(opener, (0, "#05080e"), (1, "#121a27")))
+    details = geometry.body_on_panel("details").inset(-3)
+    d.recess([details], d.down(details, (0, "#05080e"), (1, "#121a27")), 0.9)
     left, right = geometry.TOGGLES["shuffle"], geometry.TOGGLES["repeat"]
     pair = Box(left.x - 5, left.y - 5, right.x + right.width - left.x + 10, left.height + 10, 10)
     d.recess([pair], d.down(pair, (0, "#05080e"), (1, "#121a27")))

@@ -2,19 +2,29 @@
 """Synthesise night_walk, the sound that skinplayer plays when it is given no file.
 
 usage: make_sound.py night_walk.wav     write 16-bit stereo PCM
-       make_sound.py night_walk.ogg     the same, encoded by oggenc (vorbis-tools)
+       make_sound.py night_walk.ogg     the same, encoded by oggenc (vorbis-tools), with its tags and its cover, which
+                                        rsvg-convert (librsvg2-bin) renders
 
-Only the standard library is used and nothing is random between two runs, so everyone gets the same samples.
+Only the standard library is used besides and nothing is random between two runs, so everyone gets the same samples.
 """
 
 import array
+import base64
 import cmath
 import math
+import pathlib
 import random
+import struct
 import subprocess
 import sys
 import tempfile
 import wave
+
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1]))
+
+import picture  # noqa: E402
+from sounds import cover  # noqa: E402
 
 RATE = 44100
 BEAT = 0.75  # seconds; 80 beats a minute
@@ -263,10 +273,34 @@ def write_wav(sound, gain, path):
         out.writeframes(pcm.tobytes())
 
 
+TAGS = {
+    "TITLE": "Night walk",
+    "ARTIST": "SkinWidgets",
+    "ALBUM": "Sounds for skins",
+    "DATE": "2026-11-21",
+    "TRACKNUMBER": "1",
+    "GENRE": "Ambient",
+    "COMPOSER": "make_sound.py",
+    "COMMENT": "Nothing but sines, added up by a script.",
+    "COPYRIGHT": "Free to use under the MIT licence",
+    "LICENSE": "MIT",
+}
+
+
+def cover_tag():
+    """The cover as Ogg files carry it: a picture block in base64."""
+    front_cover, mime = 3, b"image/png"
+    png = picture.encode(picture.rasterise(cover.drawing().svg()), alpha=False)
+    block = struct.pack(">II", front_cover, len(mime)) + mime + struct.pack(">I", 0)
+    block += struct.pack(">IIIII", cover.SIDE, cover.SIDE, 24, 0, len(png)) + png
+    return base64.b64encode(block).decode()
+
+
 def encode(wav, ogg):
+    comments = [f"{key}={value}" for key, value in (*TAGS.items(), ("METADATA_BLOCK_PICTURE", cover_tag()))]
     # A fixed serial number makes the same samples give the same file.
-    subprocess.run(["oggenc", "--quiet", "--quality", "5", "--serial", "1", "--title", "Night walk",
-                    "--comment", "LICENSE=MIT", "--output", ogg, wav], check=True)
+    subprocess.run(["oggenc", "--quiet", "--quality", "5", "--serial", "1", "--output", ogg,
+                    *(f"--comment={comment}" for comment in comments), wav], check=True)
 
 
 def main(arguments):
