@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QTimer>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -19,6 +20,9 @@ namespace
 
 enum ExitCode { Done = 0, Failed = 1, NoSkin = 2 };
 
+const QString playingScreen = QStringLiteral("playing");
+const QString detailsScreen = QStringLiteral("details");
+
 struct Options {
     QString skin;
     QString screenshot;
@@ -26,6 +30,7 @@ struct Options {
     double quitAfter = -1;
     // Milliseconds.
     qint64 position = 0;
+    bool showsDetails = false;
     QStringList files;
 };
 
@@ -63,6 +68,9 @@ Options readOptions(const QCoreApplication& application)
     const QCommandLineOption position(QStringLiteral("position"),
                                       QStringLiteral("Start the first file at <seconds>, and take a screenshot there."),
                                       QStringLiteral("seconds"));
+    const QCommandLineOption screen(QStringLiteral("screen"),
+                                    QStringLiteral("Start with the screen <name>: playing or details."),
+                                    QStringLiteral("name"), playingScreen);
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Plays sound files in a window drawn from pictures.\n"
@@ -75,10 +83,15 @@ Options readOptions(const QCoreApplication& application)
                        "  M                        mute\n"
                        "  B, Insert                set a bookmark, up to ten in a file\n"
                        "  Delete, Backspace        remove the nearest bookmark, with Shift all of the file\n"
-                       "  Escape                   quit"));
+                       "  I                        details of the file: tags, cover, lyrics\n"
+                       "  Escape                   quit\n"
+                       "\n"
+                       "Keys in the details:\n"
+                       "  Up, Down, Page Up, Page Down, Home, End   scroll\n"
+                       "  Escape, I                                 return"));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOptions({skin, screenshot, quitAfter, position});
+    parser.addOptions({skin, screenshot, quitAfter, position, screen});
     parser.addPositionalArgument(QStringLiteral("files"),
                                  QStringLiteral("Files to play one after the other (default: a sound that ships)."),
                                  QStringLiteral("[files...]"));
@@ -93,6 +106,11 @@ Options readOptions(const QCoreApplication& application)
         options.quitAfter = readSeconds(parser.value(quitAfter));
     if (parser.isSet(position))
         options.position = qRound64(1000 * readSeconds(parser.value(position)));
+    const QString screenName = parser.value(screen);
+    if (screenName != playingScreen && screenName != detailsScreen)
+        quit(QStringLiteral("no screen named \"%1\" (there: %2, %3)").arg(screenName, playingScreen, detailsScreen),
+             Failed);
+    options.showsDetails = screenName == detailsScreen;
     for (const QString& file : parser.positionalArguments())
         options.files << QFileInfo(file).absoluteFilePath();
     return options;
@@ -130,7 +148,7 @@ void takeScreenshotAt(qint64 position, PlayerWindow& window, const QString& file
         waiting->deleteLater();
         takeScreenshot(window, file);
         // The picture follows the next painting.
-        window.panel()->update();
+        window.currentScreen()->panel()->update();
     };
     QObject::connect(window.playback(), &Playback::positionChanged, waiting, [take, position](qint64 reached) {
         if (reached >= position)
@@ -167,8 +185,12 @@ int main(int argc, char** argv)
     if (!Playback::hasSoundDevice())
         complain(QStringLiteral("no sound device found, playing silently"));
 
+    if (options.showsDetails)
+        window.showDetails();
+    // The tags are known by the time that the file plays.
+    const qint64 earliest = options.showsDetails ? 1 : 0;
     if (!options.screenshot.isEmpty())
-        takeScreenshotAt(options.position, window, options.screenshot);
+        takeScreenshotAt(std::max(options.position, earliest), window, options.screenshot);
     if (options.quitAfter >= 0) {
         const auto delay = std::chrono::milliseconds(qRound64(1000 * options.quitAfter));
         QTimer::singleShot(delay, &application, &QCoreApplication::quit);

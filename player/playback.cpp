@@ -58,6 +58,8 @@ void Playback::renewPlayer()
     connect(m_player.get(), &QMediaPlayer::positionChanged, this, &Playback::positionChanged);
     connect(m_player.get(), &QMediaPlayer::durationChanged, this, &Playback::durationChanged);
     connect(m_player.get(), &QMediaPlayer::seekableChanged, this, &Playback::seekableChanged);
+    connect(m_player.get(), &QMediaPlayer::metaDataChanged, this, &Playback::metaDataChanged);
+    connect(m_player.get(), &QMediaPlayer::tracksChanged, this, &Playback::metaDataChanged);
     connect(m_player.get(), &QMediaPlayer::seekableChanged, this, &Playback::seekToStart);
     connect(m_player.get(), &QMediaPlayer::durationChanged, this, &Playback::seekToStart);
     connect(m_player.get(), &QMediaPlayer::mediaStatusChanged, this, &Playback::mediaStatusChanged);
@@ -91,6 +93,19 @@ bool Playback::hasSoundDevice()
 QString Playback::currentFile() const
 {
     return m_files.value(m_current);
+}
+
+QMediaMetaData Playback::metaData() const
+{
+    QMediaMetaData all = m_player->metaData();
+    // Where the backend keeps the tags depends on the kind of file: with the file or with its sound track.
+    const QList<QMediaMetaData> tracks = m_player->audioTracks();
+    if (tracks.isEmpty())
+        return all;
+    for (const QMediaMetaData::Key key : tracks.first().keys())
+        if (!all.value(key).isValid())
+            all.insert(key, tracks.first().value(key));
+    return all;
 }
 
 void Playback::open(const QStringList& files, qint64 position)

@@ -2,6 +2,7 @@
 #define SKINWIDGETS_PLAYER_PLAYBACK_H
 
 #include <QAudioOutput>
+#include <QMediaMetaData>
 #include <QMediaPlayer>
 #include <QObject>
 #include <QStringList>
@@ -43,6 +44,8 @@ public:
     // 0 until known.
     qint64 duration() const { return m_player->duration(); }
     bool isSeekable() const { return m_player->isSeekable(); }
+    // The tags of the file and its sound as far as they are known; empty while it loads.
+    QMediaMetaData metaData() const;
     int volume() const { return m_volume; }
     bool isMuted() const { return m_muted; }
     // Of the file that plays now; every file has an output of its own. Never null.
@@ -70,6 +73,8 @@ signals:
     void durationChanged(qint64 duration);
     void seekableChanged(bool seekable);
     void volumeChanged(int volume);
+    // May come several times for one file, with more each time.
+    void metaDataChanged();
     // Emitted before the next file is tried.
     void fileFailed(const QString& file, const QString& reason);
 

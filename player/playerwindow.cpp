@@ -23,10 +23,13 @@ PlayerWindow::PlayerWindow(const QString& skin, QWidget* parent) : QWidget(paren
     setObjectName(skin);
     m_playback.setVolume(startVolume);
     m_playing = new PlayingScreen(&m_playback, this);
+    m_details = new DetailsScreen(&m_playback, this);
     addScreen(m_playing);
+    addScreen(m_details);
     setFixedSize(m_playing->panel()->size());
 
     connect(m_playing, &PlayingScreen::openRequested, this, &PlayerWindow::chooseFiles);
+    connect(m_playing, &PlayingScreen::detailsRequested, this, &PlayerWindow::showDetails);
     connect(&m_playback, &Playback::currentChanged, this, &PlayerWindow::currentChanged);
     connect(&m_playback, &Playback::fileFailed, this, &PlayerWindow::fileFailed);
     updateTitle();
@@ -64,6 +67,11 @@ void PlayerWindow::showScreen(Screen* screen)
 {
     if (screen->isSkinned())
         m_screens->setCurrentWidget(screen);
+}
+
+void PlayerWindow::showDetails()
+{
+    showScreen(m_details);
 }
 
 void PlayerWindow::chooseFiles()

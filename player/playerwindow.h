@@ -2,6 +2,7 @@
 #define SKINWIDGETS_PLAYER_PLAYERWINDOW_H
 
 #include "player/playback.h"
+#include "player/screens/detailsscreen.h"
 #include "player/screens/playingscreen.h"
 
 #include <QPointer>
@@ -37,6 +38,7 @@ public:
     // The screen that shows, or will once the window does.
     Screen* currentScreen() const;
     PlayingScreen* playingScreen() const { return m_playing; }
+    DetailsScreen* detailsScreen() const { return m_details; }
     // Those of the playing screen.
     SkinBase* panel() const { return m_playing->panel(); }
     SliderSkin* seekSlider() const { return m_playing->seekSlider(); }
@@ -47,6 +49,7 @@ public:
 public slots:
     // Lets the user choose files, which then play. Returns at once; a dialog that is open already is brought forward.
     void chooseFiles();
+    void showDetails();
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -65,6 +68,7 @@ private:
     Playback m_playback;
     QStackedLayout* m_screens;
     PlayingScreen* m_playing;
+    DetailsScreen* m_details;
     QPointer<QFileDialog> m_dialog;
     // What the title tells besides the file, until the user does something.
     QString m_notice;

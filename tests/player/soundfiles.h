@@ -3,7 +3,9 @@
 
 #include <QDataStream>
 #include <QFile>
+#include <QHash>
 #include <QTemporaryDir>
+#include <QtEndian>
 
 #include <cmath>
 
@@ -11,19 +13,21 @@
 class SoundFiles
 {
 public:
-    // A tone as 16-bit mono PCM.
-    QString tone(const QString& name, int milliseconds) const
+    // A tone as 16-bit mono PCM, with tags by their four-letter names in such files (INAM title, IART artist).
+    QString tone(const QString& name, int milliseconds, const QHash<QByteArray, QByteArray>& tags = {}) const
     {
+        const QByteArray list = tagList(tags);
         constexpr int rate = 8000;
         const int frames = rate * milliseconds / 1000;
         QByteArray wav;
         QDataStream out(&wav, QIODevice::WriteOnly);
         out.setByteOrder(QDataStream::LittleEndian);
         out.writeRawData("RIFF", 4);
-        out << quint32(36 + 2 * frames);
+        out << quint32(36 + list.size() + 2 * frames);
         out.writeRawData("WAVEfmt ", 8);
         out << quint32(16) << quint16(1) << quint16(1) << quint32(rate) << quint32(2 * rate) << quint16(2)
             << quint16(16);
+        out.writeRawData(list.constData(), static_cast<int>(list.size()));
         out.writeRawData("data", 4);
         out << quint32(2 * frames);
         for (int i = 0; i < frames; ++i)
@@ -32,9 +36,24 @@ public:
     }
     // A file that no backend can play.
     QString text(const QString& name) const { return write(name, "This is no sound.\n"); }
+    // Any bytes, such as a text beside a sound.
+    QString file(const QString& name, const QByteArray& bytes) const { return write(name, bytes); }
     QString path(const QString& name) const { return m_directory.filePath(name); }
 
 private:
+    static QByteArray chunk(const QByteArray& name, const QByteArray& bytes)
+    {
+        QByteArray size(4, '\0');
+        qToLittleEndian(static_cast<quint32>(bytes.size()), size.data());
+        return name + size + bytes + QByteArray(bytes.size() % 2, '\0');
+    }
+    static QByteArray tagList(const QHash<QByteArray, QByteArray>& tags)
+    {
+        QByteArray list("INFO");
+        for (auto tag = tags.begin(); tag != tags.end(); ++tag)
+            list += chunk(tag.key(), tag.value() + '\0');
+        return tags.isEmpty() ? QByteArray() : chunk("LIST", list);
+    }
     QString write(const QString& name, const QByteArray& bytes) const
     {
         QFile file(path(name));

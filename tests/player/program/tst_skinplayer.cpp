@@ -20,6 +20,7 @@ private slots:
     void unknownSkinIsTold();
     void skinWithoutPanelIsTold();
     void screenshotShowsThePlayer();
+    void screenshotOfTheDetails();
     void screenshotAtAPosition_data();
     void screenshotAtAPosition();
     void screenshotThatCannotBeWrittenFails();
@@ -67,10 +68,11 @@ void TestSkinplayer::helpNamesEveryOption()
 {
     const Result result = run({"--help"});
     QCOMPARE(result.exitCode, 0);
-    for (const char* option : {"--skin", "--screenshot", "--quit-after", "--position", "--version", "[files...]"})
+    for (const char* option :
+         {"--skin", "--screenshot", "--quit-after", "--position", "--screen", "--version", "[files...]"})
         QVERIFY2(result.out.contains(option), option);
     for (const char* key : {"Left, Right, Return", "Page Up, Shift+Left", "Page Down, Shift+Right", "Up, Down", "  M ",
-                            "B, Insert", "Delete, Backspace", "Escape"})
+                            "B, Insert", "Delete, Backspace", "  I ", "Escape", "Home, End"})
         QVERIFY2(result.out.contains(key), key);
 }
 
@@ -91,6 +93,7 @@ void TestSkinplayer::badOptionsFail_data()
     QTest::newRow("negative seconds") << QStringList{"--quit-after=-1"} << QByteArray("-1");
     QTest::newRow("not a number") << QStringList{"--quit-after", "nan"} << QByteArray("nan");
     QTest::newRow("position in words") << QStringList{"--position", "middle"} << QByteArray("middle");
+    QTest::newRow("unknown screen") << QStringList{"--screen", "silver"} << QByteArray("silver");
     QTest::newRow("screenshot without a name") << QStringList{"--screenshot", ""} << QByteArray("--screenshot");
 }
 
@@ -157,6 +160,23 @@ void TestSkinplayer::screenshotShowsThePlayer()
         }
     }
     QVERIFY(compared > 100);
+}
+
+void TestSkinplayer::screenshotOfTheDetails()
+{
+    // With the tags and the cover of the file, however late they become known.
+    QImage cover(104, 104, QImage::Format_RGB32);
+    cover.fill(Qt::green);
+    QVERIFY(cover.save(m_files.path("cover.png")));
+    const QString file = m_files.path("details.png");
+    const Result result = run({"--screen", "details", "--screenshot", file, m_files.tone("song.wav", 20000)});
+    QVERIFY(QFile::remove(m_files.path("cover.png")));
+    QCOMPARE(result.exitCode, 0);
+    const QImage picture(file);
+    QCOMPARE(picture.size(), QSize(480, 272));
+    QCOMPARE(picture.copy(16, 39, 104, 104).convertToFormat(QImage::Format_RGB32), cover);
+    const QImage background(qEnvironmentVariable("QPEDIR") + QStringLiteral("pics/night/list_bg.png"));
+    QCOMPARE(picture.pixelColor(400, 10).rgb(), background.pixelColor(400, 10).rgb());
 }
 
 void TestSkinplayer::screenshotAtAPosition_data()
