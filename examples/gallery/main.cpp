@@ -71,7 +71,9 @@ int writeScreenshot(GalleryWindow& window, const Options& options)
 
 int main(int argc, char** argv)
 {
-    const QPEApplication application(argc, argv);
+    QPEApplication application(argc, argv);
+    // The stand-alone controls look for their pictures under the application's name; those that ship are the player's.
+    application.setObjectName(QStringLiteral("skinplayer"));
     const Options options = readOptions(application);
     setLook();
     GalleryWindow window(options.skin);

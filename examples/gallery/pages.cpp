@@ -1,9 +1,14 @@
 #include "pages.h"
 
 #include "buttonspage.h"
+#include "exitbuttonpage.h"
+#include "imagebuttonpage.h"
+#include "picturelabelpage.h"
 #include "scrollbarpage.h"
 #include "sliderpage.h"
+#include "textlabelpage.h"
 #include "timepage.h"
+#include "titlebarpage.h"
 #include "volumepage.h"
 
 namespace
@@ -24,6 +29,11 @@ const std::vector<PageEntry>& allPages()
         {QStringLiteral("Slider"), create<SliderPage>},
         {QStringLiteral("Time"), create<TimePage>},
         {QStringLiteral("Volume"), create<VolumePage>},
+        {QStringLiteral("Image button"), create<ImageButtonPage>},
+        {QStringLiteral("Text label"), create<TextLabelPage>},
+        {QStringLiteral("Picture label"), create<PictureLabelPage>},
+        {QStringLiteral("Title bar"), create<TitleBarPage>},
+        {QStringLiteral("Exit button"), create<ExitButtonPage>},
         {QStringLiteral("Scroll bar"), create<ScrollBarPage>},
     };
     return pages;
