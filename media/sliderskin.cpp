@@ -1,9 +1,9 @@
 #include "media/sliderskin.h"
 
-#include "skinbase/skinlog.h"
 #include "skinbase/skinreader.h"
 #include "toolkit/offscreen.h"
 #include "toolkit/pictureloader.h"
+#include "toolkit/skinlog.h"
 
 #include <QMouseEvent>
 #include <QPointer>

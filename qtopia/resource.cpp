@@ -2,6 +2,7 @@
 
 #include "qtopia/qpeapplication.h"
 #include "toolkit/pictureloader.h"
+#include "toolkit/skinlog.h"
 
 #include <QFileInfo>
 #include <QImageReader>
@@ -27,6 +28,12 @@ bool isPictureName(const QString& name)
     return !name.contains(QChar::Null) && !name.split(QLatin1Char('/')).contains(QLatin1String(".."));
 }
 
+// The picture's path up to its file name ending.
+QString stemOf(const QString& name)
+{
+    return QPEApplication::qpeDir() + QLatin1String("pics/") + name + QLatin1Char('.');
+}
+
 } // namespace
 
 QPixmap Resource::loadPixmap(const QString& name)
@@ -37,14 +44,23 @@ QPixmap Resource::loadPixmap(const QString& name)
 QImage Resource::loadImage(const QString& name)
 {
     const QString path = findPixmap(name);
-    return path.isEmpty() ? QImage() : skinwidgets::loadPicture(path);
+    if (path.isEmpty()) {
+        if (skinLog().isDebugEnabled())
+            qCDebug(skinLog).noquote() << stemOf(name) + QLatin1Char('*') << "picture is missing";
+        return {};
+    }
+    QString error;
+    QImage picture = skinwidgets::loadPicture(path, &error);
+    if (picture.isNull())
+        qCDebug(skinLog).noquote() << path << error;
+    return picture;
 }
 
 QString Resource::findPixmap(const QString& name)
 {
     if (!isPictureName(name))
         return QString();
-    const QString stem = QPEApplication::qpeDir() + QLatin1String("pics/") + name + QLatin1Char('.');
+    const QString stem = stemOf(name);
     const QByteArrayList formats = pictureFormats();
     for (const QByteArray& format : formats) {
         const QString path = stem + QString::fromLatin1(format);

@@ -15,7 +15,8 @@
  * with endings of picture formats that Qt reads, png counts first, then the order of
  * QImageReader::supportedImageFormats(). Only regular files count.
  *
- * Nothing is cached: what changes on disk shows at the next call.
+ * Nothing is cached: what changes on disk shows at the next call. A picture that is missing or cannot be read is told
+ * of in the logging category skinwidgets.skin, which is off by default.
  */
 class SKINWIDGETS_EXPORT Resource
 {

@@ -1,8 +1,8 @@
 #include "skinbase/skinbase.h"
 
-#include "skinbase/skinlog.h"
 #include "skinbase/skinreader.h"
 #include "toolkit/offscreen.h"
+#include "toolkit/skinlog.h"
 
 #include <QFocusEvent>
 #include <QKeyEvent>

@@ -1,13 +1,11 @@
 #include "skinbase/skinreader.h"
 
 #include "qtopia/qpeapplication.h"
-#include "skinbase/skinlog.h"
 #include "toolkit/pictureloader.h"
+#include "toolkit/skinlog.h"
 
 #include <QFileInfo>
 #include <QWidget>
-
-Q_LOGGING_CATEGORY(skinLog, "skinwidgets.skin", QtWarningMsg)
 
 namespace skinwidgets
 {

@@ -5,6 +5,7 @@
 #include "controls/whineexitbutton.h"
 
 #include <QBuffer>
+#include <QLoggingCategory>
 
 using namespace controlstest;
 
@@ -87,6 +88,7 @@ private slots:
     void narrowStrips();
     void damagedPictures_data();
     void damagedPictures();
+    void faultsAreToldWhenAsked();
     void textsOfManyCharacters();
     void nullPicturesEverywhere();
     void labelPicturesOfOddShapes();
@@ -254,6 +256,23 @@ void tst_ControlsBadInput::damagedPictures()
     QVERIFY(!bar.backgroundPixmap());
     setWindowColour(bar, green);
     COMPARE_PICTURES(shown(bar), plain(480, 23, green));
+}
+
+void tst_ControlsBadInput::faultsAreToldWhenAsked()
+{
+    surroundings->picture("app/play_focus", plain(3, 3, red));
+    surroundings->installation.write("app", "play_press.png", "no picture");
+    QLoggingCategory::setFilterRules("skinwidgets.skin.debug=true");
+    Button button(nullptr, "play");
+    button.setButtonImage(true);
+    QLoggingCategory::setFilterRules(QString());
+    const QString pics = surroundings->installation.root() + "/pics/app/";
+    const QStringList printed = Messages::texts();
+    Messages::all().clear();
+    QCOMPARE(printed.size(), 3);
+    QCOMPARE(printed.at(0), pics + "play_normal.* picture is missing");
+    QVERIFY2(printed.at(1).startsWith(pics + "play_press.png "), qPrintable(printed.at(1)));
+    QCOMPARE(printed.at(2), pics + "play_disable.* picture is missing");
 }
 
 void tst_ControlsBadInput::textsOfManyCharacters()

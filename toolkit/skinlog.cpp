@@ -1,0 +1,3 @@
+#include "toolkit/skinlog.h"
+
+Q_LOGGING_CATEGORY(skinLog, "skinwidgets.skin", QtWarningMsg)
