@@ -93,7 +93,9 @@ void DetailsPage::layOutHeader()
 {
     const auto column = [this](int top) { return QRect(valueColumn, top, m_width - valueColumn - margin, 0); };
     int y = margin;
-    y = addPart(m_track.title, fontOf(19, true), m_look.title, column(y));
+    const QFont large = fontOf(19, true);
+    const bool isLong = QFontMetrics(large).horizontalAdvance(m_track.title) > 2 * column(y).width();
+    y = addPart(m_track.title, isLong ? fontOf(15, true) : large, m_look.title, column(y));
     y = addPart(m_track.artist, fontOf(15), m_look.accent, column(y + 5));
     y = addPart(m_track.album, fontOf(13), m_look.label, column(y + 4));
     const int slack = std::max(coverRect().bottom() + 1 - y, 0);
@@ -110,8 +112,8 @@ void DetailsPage::layOutEntries()
         const QFont font = fontOf(13);
         const int labelWidth = QFontMetrics(font).horizontalAdvance(entry.label);
         const int labelLeft = std::max(margin + coverSide - labelWidth, margin);
-        // A pixel more, for what the sum of the characters' widths rounds off.
-        addPart(entry.label, font, m_look.label, QRect(labelLeft, y, labelWidth + 1, lineHeight));
+        // With the gap, so that no rounded width breaks the label.
+        addPart(entry.label, font, m_look.label, QRect(labelLeft, y, labelWidth + gap, lineHeight));
         y = addPart(entry.value, font, m_look.text, QRect(valueColumn, y, m_width - valueColumn - margin, lineHeight));
         y += entryGap;
     }

@@ -45,7 +45,10 @@ QString albumText(const QMediaMetaData& tags)
 
 QString codecText(const QMediaMetaData& tags)
 {
-    const QString codec = tag(tags, QMediaMetaData::AudioCodec);
+    // Some backends give the name itself, which stringValue() takes for the first codec that it knows.
+    const QVariant value = tags.value(QMediaMetaData::AudioCodec);
+    const QString codec =
+        value.userType() == QMetaType::QString ? shortened(value.toString()) : tag(tags, QMediaMetaData::AudioCodec);
     return codec == QLatin1String("Unspecified") || codec == QLatin1String("Invalid") ? QString() : codec;
 }
 

@@ -13,7 +13,7 @@ struct TrackDetails {
     Q_DECLARE_TR_FUNCTIONS(TrackDetails)
 
 public:
-    static constexpr int longestTag = 1000;
+    static constexpr qsizetype longestTag = 1000;
 
     struct Entry {
         QString label;

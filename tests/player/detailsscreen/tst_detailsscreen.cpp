@@ -123,13 +123,25 @@ private:
                 return entry.value;
         return {};
     }
-    QImage drawnCover() const
+    QImage drawn(const QRect& part) const
     {
-        QImage image(page().coverRect().size(), QImage::Format_RGB32);
+        QImage image(part.size(), QImage::Format_RGB32);
+        image.fill(Qt::black);
         QPainter painter(&image);
-        painter.translate(-page().coverRect().topLeft());
-        page().draw(&painter, page().coverRect());
+        painter.translate(-part.topLeft());
+        page().draw(&painter, part);
         return image;
+    }
+    QImage drawnCover() const { return drawn(page().coverRect()); }
+    // Pixels in the colour of highlights, however light.
+    int countWarm(const QRect& part) const
+    {
+        const QImage image = drawn(part);
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                count += image.pixelColor(x, y).red() > image.pixelColor(x, y).blue() + 40;
+        return count;
     }
     QImage skinCover() const
     {
@@ -355,6 +367,7 @@ void TestDetailsScreen::showsTheTagsOfTheFile()
     QTRY_COMPARE(value(QStringLiteral("Length")), QStringLiteral("1:05"));
     QCOMPARE(page().track().artist, QStringLiteral("Somebody"));
     QCOMPARE(value(QStringLiteral("Genre")), QStringLiteral("Study"));
+    QVERIFY2(value(QStringLiteral("Codec")).contains(QLatin1String("PCM")), qPrintable(value(QStringLiteral("Codec"))));
     QCOMPARE(value(QStringLiteral("Comment")), QStringLiteral("Two lines"));
     QCOMPARE(value(QStringLiteral("File")), QStringLiteral("tagged.wav"));
     QCOMPARE(value(QStringLiteral("Folder")), QFileInfo(file).absolutePath());
@@ -510,6 +523,9 @@ void TestDetailsScreen::lyricsFollowPlayback()
 
     view()->setPosition(1500);
     QCOMPARE(page().currentLine(), 0);
+    // It stands out, alone.
+    QVERIFY(countWarm(page().timedLineRect(0)) > 10);
+    QCOMPARE(countWarm(page().timedLineRect(1)), 0);
     // Where the user looks the lines stay in sight, step by step.
     type(Qt::Key_End);
     view()->setContentsPos(0, page().timedLineRect(0).top() - 20);
