@@ -33,15 +33,7 @@ void LabelSkin::updateMask()
 
 void LabelSkin::drawContents(QPainter* painter)
 {
-    if (painter->device()->depth() == 1) {
-        ToolkitLabel::drawContents(painter);
-        return;
-    }
-    if (drawsPlainText()) {
-        painter->drawPixmap(0, 0, contentsMask());
-        return;
-    }
-    // Soft edges would be cut off in the middle by the mask.
+    // As the mask is drawn: soft edges would be cut off in the middle by it.
     QFont crisp = painter->font();
     crisp.setStyleStrategy(QFont::NoAntialias);
     painter->setFont(crisp);

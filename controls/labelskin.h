@@ -10,9 +10,9 @@
  * beside them go to what lies beneath, and a label without contents shows nothing.
  *
  * The mask follows text, font, size, alignment and picture. ToolkitLabel tells when it does so after a change through
- * a plain QLabel or QWidget pointer. Plain text fills every pixel of the mask with the text colour, without soft edges
- * that would mix it with another one, so that it reads on any ground. The background colour shows where a pixel of rich
- * text or of a picture is not opaque. A frame is not shown.
+ * a plain QLabel or QWidget pointer. Text fills every pixel of the mask with its colour, without soft edges that would
+ * mix it with another one, so that it reads on any ground. The background colour shows where a pixel of a picture is
+ * not opaque. A frame is not shown.
  */
 class SKINWIDGETS_EXPORT LabelSkin : public ToolkitLabel
 {

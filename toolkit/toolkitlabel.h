@@ -74,9 +74,6 @@ protected:
     // without area.
     QBitmap contentsMask();
 
-    // Whether the contents are text without markup, all of it in one colour.
-    bool drawsPlainText() const;
-
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
@@ -98,6 +95,7 @@ private:
     void drawDocument(QPainter* painter);
     void drawPixmapContents(QPainter* painter, const QPixmap& pixmap);
     void drawPictureContents(QPainter* painter);
+    bool drawsPlainText() const;
     void drawColoured(QPainter* painter);
     void drawCover(QPainter* painter);
     QPixmap shownPixmap();

@@ -276,7 +276,7 @@ void tst_LabelSkin::legible_data()
     QTest::addColumn<QImage>("ground");
     QTest::addColumn<bool>("enabled");
     const QImage busy = pattern(220, 60, 128);
-    for (const int pixels : {8, 11, 14, 19, 40})
+    for (const int pixels : {8, 11, 14, 19, 40, 70})
         for (const QRgb ground : {0xff000000U, 0xffffffffU, 0xff808080U})
             QTest::addRow("%d pixels on %08x", pixels, ground) << pixels << plain(220, 60, ground) << true;
     QTest::newRow("on a picture") << 14 << busy << true;
