@@ -41,20 +41,20 @@ QImage softPicture()
 
 struct Example {
     const char* caption;
+    Qt::AlignmentFlag alignment;
     bool base;
     bool soft;
-    Qt::AlignmentFlag alignment;
     // With a label picture at all.
     bool filled;
 };
 
 const Example examples[] = {
-    {"Left", false, false, Qt::AlignLeft, true},
-    {"Centred", false, false, Qt::AlignHCenter, true},
-    {"Any other value", false, false, Qt::AlignTop, true},
-    {"Base picture alone", true, false, Qt::AlignHCenter, false},
-    {"Over a base picture", true, false, Qt::AlignHCenter, true},
-    {"Soft edges over both", true, true, Qt::AlignHCenter, true},
+    {"Left", Qt::AlignLeft, false, false, true},
+    {"Centred", Qt::AlignHCenter, false, false, true},
+    {"Any other value", Qt::AlignTop, false, false, true},
+    {"Base picture alone", Qt::AlignHCenter, true, false, false},
+    {"Over a base picture", Qt::AlignHCenter, true, false, true},
+    {"Soft edges over both", Qt::AlignHCenter, true, true, true},
 };
 
 QWidget* makeSample(QWidget* parent, const Example& example)
