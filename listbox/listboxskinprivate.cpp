@@ -30,11 +30,12 @@ int divideUp(int number, int by)
 
 void HighlightPicture::create(const QSize& size, uchar alpha)
 {
-    m_size = size;
+    // A picture without pixels has no width either, so that the next cell replaces it.
+    m_size = size.isEmpty() ? QSize(0, 0) : size;
     m_alpha = alpha;
     if (m_image.isNull())
         return;
-    const QSize kept = m_image.size().boundedTo(size);
+    const QSize kept = m_image.size().boundedTo(m_size);
     m_image = QImage(kept, QImage::Format_ARGB32);
     m_image.fill((QRgb(alpha) << 24) | m_colour);
 }
