@@ -1291,6 +1291,8 @@ void ListBoxSkin::moveTo(int target, const KeyStroke& stroke, void (ListBoxSkin:
 
 void ListBoxSkin::movePageUp(const KeyStroke& stroke)
 {
+    if (!layOut())
+        return;
     if (numColumns() == 1) {
         moveTo(std::max(currentItem() - numItemsVisible(), 0), stroke, &ListBoxSkin::setTopItem);
         return;
@@ -1302,6 +1304,8 @@ void ListBoxSkin::movePageUp(const KeyStroke& stroke)
 
 void ListBoxSkin::movePageDown(const KeyStroke& stroke)
 {
+    if (!layOut())
+        return;
     const int last = d->chain.count() - 1;
     if (numColumns() == 1) {
         moveTo(std::min(currentItem() + numItemsVisible(), last), stroke, &ListBoxSkin::setBottomItem);
