@@ -563,8 +563,8 @@ QRegion ListBoxSkin::dirtyRegion() const
 void ListBoxSkin::resizeEvent(QResizeEvent* event)
 {
     d->layoutDirty = true;
-    // A list box that is being shown is laid out before it is painted.
-    if (isVisible())
+    // A list box that is being shown, and told its size for that, is laid out before it is painted.
+    if (isVisible() || event->oldSize().isValid())
         d->resizeTimer->start(resizeInterval);
     const QPointer<ListBoxSkin> self(this);
     ScrollViewSkin::resizeEvent(event);
