@@ -411,7 +411,7 @@ void ListBoxSkin::setColumnMode(LayoutMode mode)
 void ListBoxSkin::setColumnMode(int columns)
 {
     d->numColumns = std::max(columns, 1);
-    setColumnMode(FixedNumber);
+    ListBoxSkin::setColumnMode(FixedNumber);
 }
 
 void ListBoxSkin::setRowMode(LayoutMode mode)
@@ -426,7 +426,7 @@ void ListBoxSkin::setRowMode(LayoutMode mode)
 void ListBoxSkin::setRowMode(int rows)
 {
     d->numRows = std::max(rows, 1);
-    setRowMode(FixedNumber);
+    ListBoxSkin::setRowMode(FixedNumber);
 }
 
 bool ListBoxSkin::variableWidth() const
