@@ -90,6 +90,20 @@ int dragDirection(int at, int length)
     return at > length - dragMargin ? 1 : 0;
 }
 
+// Give an event the answer that another one has got.
+void answer(QDropEvent& event, const QDropEvent& answered)
+{
+    event.setDropAction(answered.dropAction());
+    event.setAccepted(answered.isAccepted());
+}
+
+void answerMove(QDragMoveEvent& event, const QDragMoveEvent& answered, const QPoint& offset)
+{
+    // These set the rectangle and the flag, in this order.
+    event.accept(answered.answerRect().translated(offset));
+    answer(event, answered);
+}
+
 bool takesTabFocus(const QWidget* widget)
 {
     return (widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && widget->isEnabled() && !widget->focusProxy();
@@ -909,12 +923,29 @@ void ScrollViewSkin::watchViewport(QEvent* event)
     case QEvent::LayoutRequest:
         resizeContentsToFirstChild();
         break;
+    default:
+        watchDrag(event);
+        break;
+    }
+}
+
+void ScrollViewSkin::watchDrag(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::DragEnter:
+        viewportDragEnterEvent(static_cast<QDragEnterEvent*>(event));
+        break;
     case QEvent::DragMove:
         followDrag(static_cast<QDropEvent*>(event)->position().toPoint() + d->clipperOffset());
+        viewportDragMoveEvent(static_cast<QDragMoveEvent*>(event));
         break;
     case QEvent::DragLeave:
+        d->dragTimer.stop();
+        viewportDragLeaveEvent(static_cast<QDragLeaveEvent*>(event));
+        break;
     case QEvent::Drop:
         d->dragTimer.stop();
+        viewportDropEvent(static_cast<QDropEvent*>(event));
         break;
     default:
         break;
@@ -993,6 +1024,41 @@ void ScrollViewSkin::viewportWheelEvent(QWheelEvent* event)
     event->setAccepted(moved.isAccepted());
 }
 
+// The answer rectangle goes to and fro between the viewport's and the contents' coordinates, as the position does.
+void ScrollViewSkin::viewportDragEnterEvent(QDragEnterEvent* event)
+{
+    const QPoint offset = viewportToContents(QPoint());
+    QDragEnterEvent moved(event->position().toPoint() + offset, event->possibleActions(), event->mimeData(),
+                          event->buttons(), event->modifiers());
+    answerMove(moved, *event, offset);
+    contentsDragEnterEvent(&moved);
+    answerMove(*event, moved, -offset);
+}
+
+void ScrollViewSkin::viewportDragMoveEvent(QDragMoveEvent* event)
+{
+    const QPoint offset = viewportToContents(QPoint());
+    QDragMoveEvent moved(event->position().toPoint() + offset, event->possibleActions(), event->mimeData(),
+                         event->buttons(), event->modifiers());
+    answerMove(moved, *event, offset);
+    contentsDragMoveEvent(&moved);
+    answerMove(*event, moved, -offset);
+}
+
+void ScrollViewSkin::viewportDragLeaveEvent(QDragLeaveEvent* event)
+{
+    contentsDragLeaveEvent(event);
+}
+
+void ScrollViewSkin::viewportDropEvent(QDropEvent* event)
+{
+    QDropEvent moved(event->position() + viewportToContents(QPoint()), event->possibleActions(), event->mimeData(),
+                     event->buttons(), event->modifiers());
+    answer(moved, *event);
+    contentsDropEvent(&moved);
+    answer(*event, moved);
+}
+
 void ScrollViewSkin::viewportPaintEvent(QPaintEvent* event)
 {
     const QPoint offset = d->clipperOffset();
@@ -1032,6 +1098,14 @@ void ScrollViewSkin::contentsWheelEvent(QWheelEvent* event)
 {
     event->ignore();
 }
+
+void ScrollViewSkin::contentsDragEnterEvent(QDragEnterEvent* /*event*/) {}
+
+void ScrollViewSkin::contentsDragMoveEvent(QDragMoveEvent* /*event*/) {}
+
+void ScrollViewSkin::contentsDragLeaveEvent(QDragLeaveEvent* /*event*/) {}
+
+void ScrollViewSkin::contentsDropEvent(QDropEvent* /*event*/) {}
 
 // Null where no other widget of the window takes the focus by Tab.
 QWidget* ScrollViewSkin::nextInChain(bool next) const

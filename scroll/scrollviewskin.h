@@ -93,7 +93,7 @@ public:
     void setStaticBackground(bool enable);
 
     // Something that is dragged and kept close to the viewport's edge makes the view scroll. On at start; works where
-    // the viewport accepts drops.
+    // clipper() accepts drops.
     bool dragAutoScroll() const;
     void setDragAutoScroll(bool enable);
 
@@ -199,6 +199,12 @@ protected:
     virtual void contentsMouseMoveEvent(QMouseEvent* event);
     virtual void contentsWheelEvent(QWheelEvent* event);
 
+    // What is dragged over the contents, where clipper() accepts drops. The handlers leave the events as they are.
+    virtual void contentsDragEnterEvent(QDragEnterEvent* event);
+    virtual void contentsDragMoveEvent(QDragMoveEvent* event);
+    virtual void contentsDragLeaveEvent(QDragLeaveEvent* event);
+    virtual void contentsDropEvent(QDropEvent* event);
+
     // The events of clipper(), in its coordinates.
     virtual void viewportPaintEvent(QPaintEvent* event);
     virtual void viewportResizeEvent(QResizeEvent* event);
@@ -207,6 +213,10 @@ protected:
     virtual void viewportMouseDoubleClickEvent(QMouseEvent* event);
     virtual void viewportMouseMoveEvent(QMouseEvent* event);
     virtual void viewportWheelEvent(QWheelEvent* event);
+    virtual void viewportDragEnterEvent(QDragEnterEvent* event);
+    virtual void viewportDragMoveEvent(QDragMoveEvent* event);
+    virtual void viewportDragLeaveEvent(QDragLeaveEvent* event);
+    virtual void viewportDropEvent(QDropEvent* event);
 
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
@@ -232,6 +242,7 @@ private:
     QRect visiblePart(int x, int y, int w, int h) const;
     void resizeContentsToFirstChild();
     void watchViewport(QEvent* event);
+    void watchDrag(QEvent* event);
     void watchChild(QWidget* child, QEvent* event);
     void passToContents(QMouseEvent* event, void (ScrollViewSkin::*handler)(QMouseEvent*));
     QWidget* nextInChain(bool next) const;
