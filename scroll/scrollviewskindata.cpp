@@ -161,6 +161,9 @@ void ScrollViewSkinData::placeChild(DQSVChildRec& record)
         child->move(placeOf(record));
     if (toggled && child && alive)
         toggle(child, shown);
+    // So that the child hears of it, and the view by that, when the application hides it too.
+    if (toggled && !shown && child)
+        child->setAttribute(Qt::WA_WState_ExplicitShowHide, false);
 }
 
 void ScrollViewSkinData::toggle(QWidget* child, bool show)
