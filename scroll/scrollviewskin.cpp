@@ -824,7 +824,10 @@ void ScrollViewSkin::layOutWhileHidden()
 void ScrollViewSkin::resizeEvent(QResizeEvent* event)
 {
     ToolkitFrame::resizeEvent(event);
-    updateScrollBars();
+    // Qt sends one without a change in the middle of setting contents margins, where no receiver may delete the view.
+    // A change of the frame is followed by frameChanged().
+    if (event->size() != event->oldSize())
+        updateScrollBars();
 }
 
 void ScrollViewSkin::showEvent(QShowEvent* event)
