@@ -142,6 +142,15 @@ ScrollViewSkin::ScrollViewSkin(QWidget* parent, const char* name, WFlags f)
     d->vbar->setSteps(lineStep, 1);
     connect(d->hbar, &QScrollBar::valueChanged, this, &ScrollViewSkin::hslide);
     connect(d->vbar, &ScrollBarSkin::valueChanged, this, &ScrollViewSkin::vslide);
+    // A bar may be deleted from outside; its place goes to the viewport.
+    connect(d->hbar, &QObject::destroyed, this, [this] {
+        d->hbar = nullptr;
+        updateScrollBars();
+    });
+    connect(d->vbar, &QObject::destroyed, this, [this] {
+        d->vbar = nullptr;
+        updateScrollBars();
+    });
     connect(&d->dragTimer, &QTimer::timeout, this, &ScrollViewSkin::scrollWhileDragging);
     d->viewport->installEventFilter(this);
 
@@ -157,8 +166,9 @@ ScrollViewSkin::~ScrollViewSkin()
     for (const auto& record : d->children)
         if (record->child)
             record->child->removeEventFilter(this);
-    d->hbar->disconnect(this);
-    d->vbar->disconnect(this);
+    for (QObject* bar : {static_cast<QObject*>(d->hbar), static_cast<QObject*>(d->vbar)})
+        if (bar)
+            bar->disconnect(this);
 }
 
 int ScrollViewSkin::contentsX() const
@@ -332,7 +342,8 @@ void ScrollViewSkin::setDragAutoScroll(bool enable)
 
 void ScrollViewSkin::setAlphaOverride(unsigned char alpha)
 {
-    d->vbar->setAlphaOverride(alpha);
+    if (d->vbar)
+        d->vbar->setAlphaOverride(alpha);
 }
 
 void ScrollViewSkin::enableClipper(bool enable)
@@ -515,26 +526,28 @@ ScrollViewSkin::Layout ScrollViewSkin::layoutFor(int contentsW, int contentsH) c
 {
     Layout layout;
     layout.frame = frameWidth();
-    layout.hExtent = d->hbar->sizeHint().height();
-    layout.vExtent = d->vbar->sizeHint().width();
-    layout.showH = d->hMode == AlwaysOn;
-    layout.showV = d->vMode == AlwaysOn;
+    layout.hExtent = d->hbar ? d->hbar->sizeHint().height() : 0;
+    layout.vExtent = d->vbar ? d->vbar->sizeHint().width() : 0;
+    const ScrollBarMode hMode = d->hbar ? d->hMode : AlwaysOff;
+    const ScrollBarMode vMode = d->vbar ? d->vMode : AlwaysOff;
+    layout.showH = hMode == AlwaysOn;
+    layout.showV = vMode == AlwaysOn;
     const qint64 w = qint64(width()) - d->l_marg - d->r_marg - 2 * qint64(layout.frame);
     const qint64 h = qint64(height()) - d->t_marg - d->b_marg - 2 * qint64(layout.frame);
 
     if (d->policy != AutoOne || d->anyVisibleChildren()) {
         layout.needH = w < contentsW;
         layout.needV = h < contentsH;
-        layout.showH |= d->hMode == Auto && layout.needH;
-        layout.showV |= d->vMode == Auto && layout.needV;
+        layout.showH |= hMode == Auto && layout.needH;
+        layout.showV |= vMode == Auto && layout.needV;
         // Intended: each of these two tests takes the other bar's extent.
         if (layout.showH && h - layout.vExtent < contentsH) {
             layout.needV = true;
-            layout.showV |= d->vMode == Auto;
+            layout.showV |= vMode == Auto;
         }
         if (layout.showV && w - layout.hExtent < contentsW) {
             layout.needH = true;
-            layout.showH |= d->hMode == Auto;
+            layout.showH |= hMode == Auto;
         }
     }
 
@@ -571,6 +584,8 @@ bool ScrollViewSkin::setUpVBar(const LayoutRun& run, const Layout& layout)
 {
     const ScrollViewSkinData* d = run.view->d.get();
     ScrollBarSkin* bar = d->vbar;
+    if (!bar)
+        return run.isCurrent();
     if (!layout.showV) {
         bar->hide();
         if (!layout.needV)
@@ -589,6 +604,8 @@ bool ScrollViewSkin::setUpHBar(const LayoutRun& run, const Layout& layout)
 {
     const ScrollViewSkinData* d = run.view->d.get();
     QScrollBar* bar = d->hbar;
+    if (!bar)
+        return run.isCurrent();
     if (!layout.showH) {
         bar->hide();
         if (!layout.needH)
@@ -651,7 +668,8 @@ bool ScrollViewSkin::moveInside(const LayoutRun& run)
     ScrollViewSkinData* d = view->d.get();
     if (qint64(d->vx) + view->visibleWidth() > d->vwidth) {
         const int x = std::max(0, d->vwidth - view->visibleWidth());
-        d->hbar->setValue(x);
+        if (d->hbar)
+            d->hbar->setValue(x);
         if (!run.isCurrent())
             return false;
         view->moveContents(turned(x), turned(d->vy));
@@ -660,7 +678,8 @@ bool ScrollViewSkin::moveInside(const LayoutRun& run)
     }
     if (qint64(d->vy) + view->visibleHeight() > d->vheight) {
         const int y = std::max(0, d->vheight - view->visibleHeight());
-        d->vbar->setValue(y);
+        if (d->vbar)
+            d->vbar->setValue(y);
         if (!run.isCurrent())
             return false;
         view->moveContents(turned(d->vx), turned(y));
@@ -708,9 +727,9 @@ void ScrollViewSkin::setContentsPos(int x, int y)
     const bool choked = std::exchange(d->signal_choke, true);
     moveContents(turned(std::max(x, 0)), turned(std::max(y, 0)));
     // The bars get the position as it is now: a receiver may have moved the contents again.
-    if (self)
+    if (self && d->vbar)
         d->vbar->setValue(d->vy);
-    if (self)
+    if (self && d->hbar)
         d->hbar->setValue(d->vx);
     if (self)
         d->signal_choke = choked;
@@ -780,8 +799,10 @@ void ScrollViewSkin::vslide(int y)
 
 int ScrollViewSkin::snapped(int y) const
 {
+    if (!d->lineSnapping || !d->vbar)
+        return y;
     const int step = d->vbar->lineStep();
-    if (!d->lineSnapping || step <= 0 || y >= d->vbar->maxValue())
+    if (step <= 0 || y >= d->vbar->maxValue())
         return y;
     return saturated((qint64(y) + step / 2) / step * step);
 }
@@ -879,7 +900,7 @@ void ScrollViewSkin::wheelEvent(QWheelEvent* event)
     QWheelEvent moved = skinwidgets::movedEvent(*event, d->clipper()->mapFrom(this, event->position()));
     viewportWheelEvent(&moved);
     event->setAccepted(moved.isAccepted());
-    if (self && !event->isAccepted())
+    if (self && d->vbar && !event->isAccepted())
         QCoreApplication::sendEvent(d->vbar, event);
 }
 

@@ -16,11 +16,13 @@ class ScrollViewSkinData;
  * Contents coordinates count from the contents' top-left corner; any size from 0 to the largest int works. Viewport
  * coordinates are those of clipper(). All lengths are pixels.
  *
- * Both bars and the viewport belong to the view. A child widget belongs to the viewport, as every child to its parent;
- * the view forgets it when it is deleted or given another parent. While there are more than 128 of them the view hides
- * those that are out of sight, and shows them when they come into sight.
+ * Both bars and the viewport belong to the view. A bar that is deleted all the same is missed by nothing but its place.
+ * A child widget belongs to the viewport, as every child to its parent; the view forgets it when it is deleted or given
+ * another parent. While there are more than 128 of them the view hides those that are out of sight, and shows them when
+ * they come into sight.
  *
- * Any receiver of contentsMoving() or of a bar's signals may delete the view.
+ * Any receiver of contentsMoving() or of a bar's signals may delete the view, except while the view or a child is being
+ * resized, moved or shown, which no widget survives: there deleteLater() is the way.
  */
 class SKINWIDGETS_EXPORT ScrollViewSkin : public ToolkitFrame
 {

@@ -72,6 +72,7 @@ public:
     // The same with a clipped viewport; without one nothing happens.
     void hideOrShowAll(ScrollViewSkin* view, bool isScroll);
 
+    // Null where somebody has deleted the bar: the view then works as with that bar always off.
     QScrollBar* hbar;
     ScrollBarSkin* vbar;
     skinwidgets::ViewportWidget* viewport;
