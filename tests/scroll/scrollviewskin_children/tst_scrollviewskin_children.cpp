@@ -607,7 +607,7 @@ void tst_ScrollViewSkinChildren::shownChildIsShown_data()
     }
 }
 
-// A child out of the way that is shown stays hidden until it comes near, and one that is hidden does not come up.
+// A child out of the way that is shown stays hidden until it comes near, and one that is hidden then does not come up.
 void tst_ScrollViewSkinChildren::shownChildIsShown()
 {
     QFETCH(const bool, clipper);
@@ -623,21 +623,36 @@ void tst_ScrollViewSkinChildren::shownChildIsShown()
         else
             last->setVisible(show);
     };
+    const auto scrollTo = [&](bool end) { stage.view.setContentsPos(0, end ? stage.view.contentsHeight() : 0); };
     QVERIFY(!last->isVisible());
-    setShown(true);
-    QVERIFY(!last->isVisible());
-    stage.view.setContentsPos(0, stage.view.contentsHeight());
-    QVERIFY(last->isVisible());
-    setShown(false);
-    QVERIFY(!last->isVisible());
-    stage.view.setContentsPos(0, 0);
-    stage.view.setContentsPos(0, stage.view.contentsHeight());
-    QVERIFY(!last->isVisible());
-    stage.view.setContentsPos(0, 0);
-    setShown(true);
-    QVERIFY(!last->isVisible());
-    stage.view.setContentsPos(0, stage.view.contentsHeight());
-    QVERIFY(last->isVisible());
+    // Near and far, shown and hidden, in every order.
+    for (int i = 0; i < 3; ++i) {
+        scrollTo(false);
+        setShown(true);
+        setShown(true);
+        QVERIFY(!last->isVisible());
+        scrollTo(true);
+        QVERIFY(last->isVisible());
+        setShown(false);
+        setShown(false);
+        QVERIFY(!last->isVisible());
+        scrollTo(false);
+        scrollTo(true);
+        QVERIFY(!last->isVisible());
+        setShown(true);
+        QVERIFY(last->isVisible());
+        scrollTo(false);
+        QVERIFY(!last->isVisible());
+        setShown(false);
+        scrollTo(true);
+        QVERIFY(!last->isVisible());
+        scrollTo(false);
+        setShown(false);
+        setShown(true);
+        setShown(false);
+        scrollTo(true);
+        QVERIFY(!last->isVisible());
+    }
 }
 
 void tst_ScrollViewSkinChildren::childrenFollow()
