@@ -55,7 +55,7 @@ QString codecText(const QMediaMetaData& tags)
 QString bitRateText(const QMediaMetaData& tags)
 {
     const int rate = tags.value(QMediaMetaData::AudioBitRate).toInt();
-    return rate > 0 ? TrackDetails::tr("%1 kbit/s").arg((rate + 500) / 1000) : QString();
+    return rate > 0 ? TrackDetails::tr("%1 kbit/s").arg(rate / 1000 + (rate % 1000 >= 500 ? 1 : 0)) : QString();
 }
 
 } // namespace
