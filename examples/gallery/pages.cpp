@@ -3,6 +3,7 @@
 #include "buttonspage.h"
 #include "exitbuttonpage.h"
 #include "imagebuttonpage.h"
+#include "listboxpage.h"
 #include "picturelabelpage.h"
 #include "scrollbarpage.h"
 #include "sliderpage.h"
@@ -35,6 +36,7 @@ const std::vector<PageEntry>& allPages()
         {QStringLiteral("Title bar"), create<TitleBarPage>},
         {QStringLiteral("Exit button"), create<ExitButtonPage>},
         {QStringLiteral("Scroll bar"), create<ScrollBarPage>},
+        {QStringLiteral("List box"), create<ListBoxPage>},
     };
     return pages;
 }
