@@ -60,13 +60,20 @@ void copyLines(QImage& target, const QPoint& to, const QImage& source, const QRe
         copyLine(out, in, from.width(), keepAlpha);
 }
 
+bool hasAlpha(const QPaintDevice* device)
+{
+    if (device->devType() == QInternal::Image)
+        return static_cast<const QImage*>(device)->hasAlphaChannel();
+    return device->devType() == QInternal::Pixmap && static_cast<const QPixmap*>(device)->hasAlphaChannel();
+}
+
 void copyThroughPainter(QPainter& painter, const QPoint& to, const QImage& source, const QRect& from)
 {
     painter.save();
     painter.resetTransform();
     painter.setCompositionMode(QPainter::CompositionMode_Source);
-    const bool keepAlpha = painter.device()->devType() == QInternal::Pixmap &&
-                           static_cast<const QPixmap*>(painter.device())->hasAlphaChannel();
+    painter.setClipping(false);
+    const bool keepAlpha = hasAlpha(painter.device());
     painter.drawImage(to, keepAlpha ? source : withoutAlpha(source), from);
     painter.restore();
 }
@@ -75,6 +82,12 @@ void copyToImage(QImage& target, const QPoint& to, const QImage& source, const Q
 {
     if (target.isNull())
         return;
+    // A painter at work goes on in the format that the target has now. Only premultiplied words can become straight
+    // under it.
+    if (target.paintingActive() && !is32Bits(target) && target.format() != QImage::Format_ARGB32_Premultiplied) {
+        copyThroughPainter(*target.paintEngine()->painter(), to, source, from);
+        return;
+    }
     if (target.hasAlphaChannel())
         target.convertTo(QImage::Format_ARGB32);
     if (!is32Bits(target)) {
