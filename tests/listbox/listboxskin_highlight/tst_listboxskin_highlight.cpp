@@ -117,6 +117,8 @@ private slots:
     void alphaBeforeAnyPicture();
     void clipRegionDecides();
     void noClipNoPicture();
+    void imagesOfAllKinds_data();
+    void imagesOfAllKinds();
     void picturesKeepTheirSizeInSquareCells_data();
     void picturesKeepTheirSizeInSquareCells();
     void picturesFollowOtherCells();
@@ -270,6 +272,40 @@ void TestListBoxSkinHighlight::noClipNoPicture()
     painter.end();
     QVERIFY(regionOf(image, grey, ground).isEmpty());
     QCOMPARE(box.block(0)->painted, 1);
+}
+
+void TestListBoxSkinHighlight::imagesOfAllKinds_data()
+{
+    QTest::addColumn<QImage::Format>("format");
+    QTest::addColumn<QRgb>("expected");
+    QTest::newRow("32 bits") << QImage::Format_RGB32 << 0xff8c8c8cU;
+    QTest::newRow("32 bits with alpha") << QImage::Format_ARGB32 << 0x408c8c8cU;
+    QTest::newRow("premultiplied") << QImage::Format_ARGB32_Premultiplied << 0x408c8c8cU;
+    QTest::newRow("bytes in another order") << QImage::Format_RGBA8888 << 0x408c8c8cU;
+    QTest::newRow("24 bits") << QImage::Format_RGB888 << 0xff8c8c8cU;
+    // 5, 6 and 5 bits of each colour.
+    QTest::newRow("16 bits") << QImage::Format_RGB16 << 0xff8c8e8cU;
+}
+
+void TestListBoxSkinHighlight::imagesOfAllKinds()
+{
+    QFETCH(QImage::Format, format);
+    QFETCH(QRgb, expected);
+    Box box(QSize(80, 60));
+    box.blocks(1);
+    box.setSelected(0, true);
+    box.setAlphaOverride(0x40);
+    box.doLayout();
+    box.block(0)->onPaint = [](QPainter* painter) { painter->fillRect(0, 0, 5, 5, Qt::green); };
+    QImage image(80, 15, format);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    painter.setClipRegion(QRect(0, 0, 60, 15));
+    box.paintCell(&painter, 0, 0);
+    painter.end();
+    QCOMPARE(image.pixel(2, 2), 0xff00ff00U);
+    QCOMPARE(image.pixel(59, 14), expected);
+    QCOMPARE(image.pixel(60, 14), 0xff000000U);
 }
 
 void TestListBoxSkinHighlight::picturesKeepTheirSizeInSquareCells_data()
