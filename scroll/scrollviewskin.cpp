@@ -789,8 +789,11 @@ void ScrollViewSkin::vslide(int y)
     const bool moves = !d->signal_choke;
     if (moves)
         moveContents(turned(d->vx), turned(snapped(y)));
-    // Intended: the whole viewport, also when the contents have not moved.
-    if (self)
+    // Intended: the whole viewport, also when the contents have not moved. A subclass may lay out its contents while it
+    // is being painted; another repaint in the middle of that must wait.
+    if (self && d->viewport->testAttribute(Qt::WA_WState_InPaintEvent))
+        d->viewport->update();
+    else if (self)
         d->viewport->repaint(true);
     // Last, so that nothing is painted twice.
     if (moves)
