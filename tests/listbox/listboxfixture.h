@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QStringList>
 #include <QTest>
 #include <QTimer>
@@ -128,7 +129,8 @@ public:
 
     void blocks(int number, int w = 40, int h = 15)
     {
-        for (int i = 0; i < number; ++i)
+        const QPointer<Box> self(this);
+        for (int i = 0; self && i < number; ++i)
             insertItem(new Block(w, h, QString::number(i)));
     }
     Block* block(int index) const { return static_cast<Block*>(item(index)); }
@@ -201,8 +203,10 @@ public:
     void click(const QPoint& at, Qt::MouseButton button = Qt::LeftButton,
                Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
+        const QPointer<Box> self(this);
         press(at, button, modifiers);
-        release(at, button, modifiers);
+        if (self)
+            release(at, button, modifiers);
     }
     // Whether the list box kept the event.
     bool key(int code, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString& text = {})
@@ -214,8 +218,9 @@ public:
     bool type(const QString& text)
     {
         bool kept = true;
+        const QPointer<Box> self(this);
         for (const QChar letter : text)
-            kept &= key(0, Qt::NoModifier, letter);
+            kept = kept && self && key(0, Qt::NoModifier, letter);
         return kept;
     }
 
