@@ -355,7 +355,7 @@ bool ItemChain::measure()
     if (!m_widths || m_font != m_box->font() || m_strut != globalStrut()) {
         m_font = m_box->font();
         m_strut = globalStrut();
-        m_widths = std::make_unique<TextWidths>(m_box->fontMetrics());
+        m_widths = std::make_unique<TextWidths>(m_font, m_box->fontMetrics());
         ++m_measurement;
         m_asksAgain = true;
     }
