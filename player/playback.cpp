@@ -41,8 +41,9 @@ Playback::Playback(QObject* parent) : QObject(parent)
 
 Playback::~Playback()
 {
-    // There is no event loop that could be waited for.
-    retirePlayer();
+    // There is no event loop that could be waited for; pausing first would only begin what has to be waited for.
+    m_player->disconnect(this);
+    m_player->setSource(QUrl());
     releaseRetired();
 }
 

@@ -59,7 +59,8 @@ void TestSettings::sync()
     widget.paints = 0;
 
     QTimer::singleShot(0, &widget, [&] { ++widget.others; });
-    QMetaObject::invokeMethod(&widget, [&] { ++widget.others; }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        &widget, [&] { ++widget.others; }, Qt::QueuedConnection);
     QCoreApplication::postEvent(&widget, new QKeyEvent(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier));
     widget.update();
     QCOMPARE(widget.paints, 0);
