@@ -18,11 +18,19 @@ int tile(QImage& target, const QImage& piece, int y, int end)
     return y;
 }
 
+void composeThumb(QImage& thumb, const BarPieces& pieces, int capHeight)
+{
+    bitBlt(&thumb, 0, 0, &pieces.top);
+    // Intended: the centre ends two caps above the end, so that rows below the bottom cap may stay empty.
+    const int bottomTop = tile(thumb, pieces.centre, capHeight, thumb.height() - 2 * capHeight);
+    bitBlt(&thumb, 0, bottomTop, &pieces.bottom);
+}
+
 } // namespace
 
 QImage composeTrough(const BarPieces& pieces, int height)
 {
-    if (pieces.centre.isNull() || height <= 0)
+    if (pieces.centre.isNull())
         return {};
     QImage trough(pieces.centre.width(), height, QImage::Format_ARGB32);
     trough.fill(0);
@@ -35,12 +43,16 @@ QImage composeTrough(const BarPieces& pieces, int height)
     return trough;
 }
 
-void composeThumb(QImage& thumb, const BarPieces& pieces, int capHeight)
+std::pair<QImage, QImage> composeThumbs(const BarPieces& normal, const BarPieces& focus, int length)
 {
-    bitBlt(&thumb, 0, 0, &pieces.top);
-    // Intended: the centre ends two caps above the end, so that rows below the bottom cap may stay empty.
-    const int bottomTop = tile(thumb, pieces.centre, capHeight, thumb.height() - 2 * capHeight);
-    bitBlt(&thumb, 0, bottomTop, &pieces.bottom);
+    QImage idle(normal.centre.width(), length, QImage::Format_ARGB32);
+    idle.fill(0);
+    // Intended: the normal caps' height counts for both, and the dragged thumb is put over the idle one.
+    const int capHeight = normal.top.height();
+    composeThumb(idle, normal, capHeight);
+    QImage dragged = idle;
+    composeThumb(dragged, focus, capHeight);
+    return {idle, dragged};
 }
 
 } // namespace skinwidgets

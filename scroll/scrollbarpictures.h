@@ -5,6 +5,8 @@
 
 #include <QImage>
 
+#include <utility>
+
 namespace skinwidgets
 {
 
@@ -19,9 +21,9 @@ struct BarPieces {
 // The height must not be less than the top cap's.
 SKINWIDGETS_EXPORT QImage composeTrough(const BarPieces& pieces, int height);
 
-// Puts a thumb as high as the picture into it; both caps count as high as capHeight. Rows below the bottom cap stay as
-// they are.
-SKINWIDGETS_EXPORT void composeThumb(QImage& thumb, const BarPieces& pieces, int capHeight);
+// A thumb of this length, as wide as its normal centre piece: as it looks while idle and while it is dragged. Rows
+// below the bottom cap stay transparent. Null without a centre piece or a length.
+SKINWIDGETS_EXPORT std::pair<QImage, QImage> composeThumbs(const BarPieces& normal, const BarPieces& focus, int length);
 
 } // namespace skinwidgets
 

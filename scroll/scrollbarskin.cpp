@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <tuple>
 
 int ScrollBarSkin::sliderStartPos = 0;
 
@@ -139,16 +140,8 @@ void ScrollBarSkin::redrawMiddle()
 void ScrollBarSkin::redrawThumb()
 {
     const QRect slider = sliderRect();
-    thumbImage = QImage();
-    if (!slider.isEmpty()) {
-        thumbImage = QImage(slider.width(), std::min(slider.height(), highestPicture), QImage::Format_ARGB32);
-        thumbImage.fill(0);
-    }
-    const int capHeight = thumbPieces.top.height();
-    skinwidgets::composeThumb(thumbImage, thumbPieces, capHeight);
-    // Over the same pixels, and with the normal cap's height.
-    thumbPressedImage = thumbImage;
-    skinwidgets::composeThumb(thumbPressedImage, thumbFocusPieces, capHeight);
+    const int length = std::min(slider.height(), highestPicture);
+    std::tie(thumbImage, thumbPressedImage) = skinwidgets::composeThumbs(thumbPieces, thumbFocusPieces, length);
     thumbRect = QRect(slider.left(), slider.top(), thumbImage.width(), thumbPressedImage.height());
 }
 
@@ -287,7 +280,7 @@ void ScrollBarSkin::valueChange()
     const QRect after = sliderRect();
     if (after != before) {
         thumbRect = after;
-        repaintPart(before.isEmpty() ? after : before | after);
+        repaintPart(before | after);
     }
     emit valueChanged(value());
 }
@@ -430,7 +423,7 @@ int ScrollBarSkin::draggedPosition(const QPoint& at) const
     return int(std::clamp<qint64>(wanted, now.sliderMin, now.sliderMax));
 }
 
-// False where the thumb stays where it is or the press is over.
+// False where the thumb stays where it is or the bar is gone.
 bool ScrollBarSkin::dragThumb(const QPoint& at)
 {
     const int position = draggedPosition(at);
@@ -446,7 +439,7 @@ bool ScrollBarSkin::dragThumb(const QPoint& at)
         return false;
     // Intended: valueChange() has emitted this already.
     emit valueChanged(value());
-    return self && clickedAt;
+    return !self.isNull();
 }
 
 void ScrollBarSkin::mouseReleaseEvent(QMouseEvent* event)
@@ -522,9 +515,7 @@ void ScrollBarSkin::paintParts(QPixmap& target, const QRect& area)
 {
     const QImage& sub = pressedControl == SubLine ? subPictures.pressed : subPictures.normal;
     const QImage& add = pressedControl == AddLine ? addPictures.pressed : addPictures.normal;
-    // A bar shorter than its buttons has no trough.
-    if (!middleRect.isEmpty())
-        drawClippedImage(&target, troughImage, area, middleRect);
+    drawClippedImage(&target, troughImage, area, middleRect);
     drawClippedImage(&target, sub, area, subRect);
     drawClippedImage(&target, add, area, addRect);
     paintThumb(&target, area);
