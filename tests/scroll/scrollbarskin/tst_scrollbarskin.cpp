@@ -98,6 +98,7 @@ private slots:
     void notifications();
     void valueChangePlacesTheThumb();
     void rangeChangePlacesTheThumb();
+    void rangeChangeWithoutTrough();
     void signalsComeAfterTheState();
     void slidersAreNeverMoved();
 
@@ -125,6 +126,7 @@ private slots:
     void actionAtTheEnd();
 
     void resizing();
+    void resizingUpdatesTheMask();
 
 private:
     std::unique_ptr<Messages> messages;
@@ -468,6 +470,19 @@ void tst_ScrollBarSkin::rangeChangePlacesTheThumb()
     QCOMPARE(stage.bar.thumbRect, QRect(6, 60, 8, 20));
     QCOMPARE(stage.take(), QStringList{"paint 0,20 20x100"});
     stage.bar.stepChange();
+    QVERIFY(stage.window.settle());
+    QCOMPARE(stage.take(), QStringList());
+}
+
+// A bar that is lower than its buttons has no trough to repaint, and not the whole bar in its stead.
+void tst_ScrollBarSkin::rangeChangeWithoutTrough()
+{
+    BarStage stage;
+    QVERIFY(stage.begin(30));
+    stage.bar.resize(20, 30);
+    QVERIFY(stage.window.settle());
+    stage.take();
+    stage.bar.setRange(0, 50);
     QVERIFY(stage.window.settle());
     QCOMPARE(stage.take(), QStringList());
 }
@@ -911,6 +926,25 @@ void tst_ScrollBarSkin::resizing()
     QCOMPARE(stage.take(), (QStringList{"redrawImage 0,220 20x20", "redrawImage 0,220 20x20", "redrawImage 0,0 20x20",
                                         "redrawImage 0,0 20x20", "redrawImage 0,0 20x200"}));
     QCOMPARE(stage.bar.value(), 40);
+}
+
+// What every widget of this toolkit does when it is resized.
+void tst_ScrollBarSkin::resizingUpdatesTheMask()
+{
+    class MaskedBar : public Bar
+    {
+    public:
+        using Bar::Bar;
+        int updates = 0;
+        void updateMask() override { ++updates; }
+    };
+    Window window;
+    MaskedBar bar(&window);
+    QVERIFY(window.expose());
+    bar.setAutoMask(true);
+    bar.updates = 0;
+    bar.resize(20, 77);
+    QCOMPARE(bar.updates, 1);
 }
 
 QTEST_MAIN(tst_ScrollBarSkin)

@@ -1,6 +1,7 @@
 #include "scroll/scrollbarfixture.h"
 
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QThread>
@@ -159,6 +160,8 @@ private slots:
     void autoRepeat();
     void autoRepeatInTime();
     void autoRepeatPastThePointer();
+    void autoRepeatFlushesTheDisplay();
+    void autoRepeatInALoopOfItsOwn();
     void startAutoRepeatTwice();
     void stopAutoRepeat();
     void repeatWithoutPress();
@@ -486,11 +489,11 @@ void tst_ScrollBarSkinInput::dragBeyondTheEnds_data()
     QTest::newRow("first that reaches the start") << 30 << 0 << "6,20 8x50";
     QTest::newRow("beyond the start") << 29 << 0 << "6,20 8x50";
     QTest::newRow("above the bar") << -1000 << 0 << "6,20 8x50";
-    QTest::newRow("far above") << -2000000000 << 0 << "6,20 8x50";
+    QTest::newRow("far above") << lowest << 0 << "6,20 8x50";
     QTest::newRow("first that reaches the end") << 110 << 80 << "6,50 8x70";
     QTest::newRow("beyond the end") << 111 << 80 << "6,50 8x70";
     QTest::newRow("below the bar") << 1000 << 80 << "6,50 8x70";
-    QTest::newRow("far below") << 2000000000 << 80 << "6,50 8x70";
+    QTest::newRow("far below") << highest << 80 << "6,50 8x70";
 }
 
 void tst_ScrollBarSkinInput::dragBeyondTheEnds()
@@ -989,6 +992,47 @@ void tst_ScrollBarSkinInput::autoRepeatPastThePointer()
     move(&stage.bar, {10, 75});
     QVERIFY(!hasTimer(stage.bar));
     QCOMPARE(stage.take(), QStringList());
+}
+
+// What the step asks other widgets to paint is on the display before the next one.
+void tst_ScrollBarSkinInput::autoRepeatFlushesTheDisplay()
+{
+    BarStage stage;
+    Witness contents(&stage.window);
+    contents.setGeometry(100, 0, 50, 50);
+    QVERIFY(stage.begin(30));
+    bartest::press(&stage.bar, onAddLine);
+    QVERIFY(stage.window.settle());
+    connect(&stage.bar, &ScrollBarSkin::valueChanged, &contents, qOverload<>(&QWidget::update));
+    contents.paints = 0;
+    fire(stage.bar);
+    QCOMPARE(contents.paints, 1);
+}
+
+// A receiver may open a dialog; the steps that come meanwhile do not pile up one in another.
+void tst_ScrollBarSkinInput::autoRepeatInALoopOfItsOwn()
+{
+    BarStage stage;
+    stage.bar.setRange(0, 1000000);
+    QVERIFY(stage.begin(0));
+    int depth = 0;
+    int deepest = 0;
+    bool first = true;
+    connect(&stage.bar, &ScrollBarSkin::nextLine, &stage.bar, [&] {
+        if (std::exchange(first, false))
+            return;
+        deepest = qMax(deepest, ++depth);
+        if (depth < 9) {
+            QEventLoop loop;
+            QTimer::singleShot(400, &loop, &QEventLoop::quit);
+            loop.exec();
+        }
+        --depth;
+    });
+    bartest::press(&stage.bar, onAddLine);
+    QTRY_VERIFY_WITH_TIMEOUT(deepest > 0 && depth == 0, 60000);
+    QVERIFY2(deepest <= 2, qPrintable(QString::number(deepest)));
+    bartest::release(&stage.bar, onAddLine);
 }
 
 void tst_ScrollBarSkinInput::startAutoRepeatTwice()

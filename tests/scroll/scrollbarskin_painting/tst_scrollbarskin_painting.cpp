@@ -222,44 +222,54 @@ void tst_ScrollBarSkinPainting::composeThumb_data()
 void tst_ScrollBarSkinPainting::composeThumb()
 {
     QFETCH(int, length);
-    for (const BarPieces& pieces : {thumbPieces("normal"), thumbPieces("focus"), shadedPieces(5, 1, 5)}) {
-        const QImage under = pattern(pieces.centre.width(), length, 77, 3);
-        QImage thumb = under;
-        skinwidgets::composeThumb(thumb, pieces, 5);
-        COMPARE_PICTURES(thumb, toldThumb(under, pieces, 5));
-    }
+    const auto [idle, dragged] = skinwidgets::composeThumbs(thumbPieces("normal"), thumbPieces("focus"), length);
+    COMPARE_PICTURES(idle, toldThumb(length));
+    COMPARE_PICTURES(dragged, toldPressedThumb(length));
+    const BarPieces pieces = shadedPieces(5, 1, 5);
+    COMPARE_PICTURES(skinwidgets::composeThumbs(pieces, pieces, length).first, toldThumb(clear(5, length), pieces, 5));
 }
 
 void tst_ScrollBarSkinPainting::composeThumbOfOddPieces_data()
 {
-    QTest::addColumn<QList<int>>("heights");
-    QTest::addColumn<int>("cap");
-    QTest::newRow("low top cap") << QList<int>{2, 1, 5} << 5;
-    QTest::newRow("high top cap") << QList<int>{9, 1, 5} << 5;
-    QTest::newRow("high centre") << QList<int>{4, 7, 4} << 4;
-    QTest::newRow("centre higher than the thumb") << QList<int>{4, 70, 4} << 4;
-    QTest::newRow("caps of nothing") << QList<int>{4, 3, 4} << 0;
+    QTest::addColumn<QList<int>>("normal");
+    QTest::addColumn<QList<int>>("focus");
+    QTest::newRow("equal") << QList<int>{4, 1, 4} << QList<int>{4, 1, 4};
+    QTest::newRow("low top cap") << QList<int>{2, 1, 5} << QList<int>{5, 1, 5};
+    QTest::newRow("high top cap") << QList<int>{9, 1, 5} << QList<int>{5, 1, 5};
+    QTest::newRow("high centre") << QList<int>{4, 7, 4} << QList<int>{4, 5, 4};
+    QTest::newRow("centre higher than the thumb") << QList<int>{4, 70, 4} << QList<int>{4, 1, 4};
+    QTest::newRow("dragged centre higher than the thumb") << QList<int>{4, 1, 4} << QList<int>{4, 70, 4};
+    QTest::newRow("dragged bottom cap lower") << QList<int>{4, 3, 4} << QList<int>{4, 3, 2};
+    QTest::newRow("dragged caps higher") << QList<int>{2, 1, 2} << QList<int>{6, 1, 6};
+    QTest::newRow("dragged without caps") << QList<int>{4, 3, 4} << QList<int>{0, 3, 0};
+    QTest::newRow("without a top cap") << QList<int>{0, 3, 4} << QList<int>{3, 3, 3};
 }
 
 void tst_ScrollBarSkinPainting::composeThumbOfOddPieces()
 {
-    QFETCH(QList<int>, heights);
-    QFETCH(int, cap);
-    const BarPieces pieces = shadedPieces(heights[0], heights[1], heights[2]);
+    QFETCH(QList<int>, normal);
+    QFETCH(QList<int>, focus);
+    const BarPieces pieces = shadedPieces(normal[0], normal[1], normal[2]);
+    const BarPieces other = shadedPieces(focus[0], focus[1], focus[2]);
+    const int cap = normal[0];
     for (const int length : {1, 10, 23, 30}) {
-        QImage thumb = clear(5, length);
-        skinwidgets::composeThumb(thumb, pieces, cap);
-        COMPARE_PICTURES(thumb, toldThumb(clear(5, length), pieces, cap));
+        const auto [idle, dragged] = skinwidgets::composeThumbs(pieces, other, length);
+        const QImage told = toldThumb(clear(5, length), pieces, cap);
+        COMPARE_PICTURES(idle, told);
+        COMPARE_PICTURES(dragged, toldThumb(told, other, cap));
     }
-    QImage thumb = clear(5, 20);
-    skinwidgets::composeThumb(thumb, {pieces.top, {}, pieces.bottom}, cap);
-    QImage caps = clear(5, 20);
-    put(caps, pieces.top, pieces.top.rect(), {0, 0});
-    put(caps, pieces.bottom, pieces.bottom.rect(), {0, cap});
-    COMPARE_PICTURES(thumb, caps);
-    QImage none;
-    skinwidgets::composeThumb(none, pieces, cap);
-    QVERIFY(none.isNull());
+    // Without a dragged centre there are the caps.
+    QImage caps = toldThumb(clear(5, 20), pieces, cap);
+    COMPARE_PICTURES(skinwidgets::composeThumbs(pieces, {}, 20).second, caps);
+    put(caps, other.top, other.top.rect(), {0, 0});
+    put(caps, other.bottom, other.bottom.rect(), {0, cap});
+    COMPARE_PICTURES(skinwidgets::composeThumbs(pieces, {other.top, {}, other.bottom}, 20).second, caps);
+    for (const int length : {0, -1}) {
+        QVERIFY(skinwidgets::composeThumbs(pieces, other, length).first.isNull());
+        QVERIFY(skinwidgets::composeThumbs(pieces, other, length).second.isNull());
+    }
+    QVERIFY(skinwidgets::composeThumbs({pieces.top, {}, pieces.bottom}, other, 20).first.isNull());
+    QVERIFY(skinwidgets::composeThumbs({pieces.top, {}, pieces.bottom}, other, 20).second.isNull());
 }
 
 // The centre stops two caps above the end, so that five rows stay transparent.
