@@ -6,7 +6,7 @@ import ground
 import picture
 from builtin import pictures as builtin
 from drawing import Drawing
-from night import buttons, figures, geometry, panel, screens, sliders
+from night import buttons, figures, geometry, panel, playlist, screens, sliders
 
 
 class Entry:
@@ -56,6 +56,9 @@ def player_panel():
         "pics/night/player_mask.png": Entry(
             pixels=lambda: panel.mask("Player", geometry.SCREEN, geometry.BODY, 2)),
         "pics/night/details_mask.png": Entry(pixels=lambda: panel.mask("Details", geometry.SCREEN, geometry.BODY, 6)),
+        "pics/night/playlist_bg.png": lying_on(playlist.GROUND, playlist.furniture),
+        "pics/night/playlist_mask.png": Entry(
+            pixels=lambda: panel.mask("Playlist", geometry.SCREEN, geometry.BODY, 3)),
         "pics/night/volume_bg.png": Entry(pixels=volume_background),
         "pics/night/volume_mask.png": Entry(
             pixels=lambda: panel.mask("Volume", (geometry.VOLUME_BED.width, geometry.VOLUME_BED.height),

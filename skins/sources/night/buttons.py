@@ -33,6 +33,19 @@ def signs(name, cx, cy):
         return rectangle(cx - 7, cy - 7, 14, 14), cy - 7, cy + 7
     if name == "details":
         return letter_i(cx, cy), cy - 8, cy + 8
+    if name == "playlist":
+        return lines_of_text(cx, cy), cy - 7, cy + 7
+    if name == "add":
+        return rectangle(cx - 8, cy - 2, 16, 4) + rectangle(cx - 2, cy - 8, 4, 6) + rectangle(cx - 2, cy + 2, 4, 6), \
+            cy - 8, cy + 8
+    if name == "remove":
+        return rectangle(cx - 8, cy - 2, 16, 4), cy - 2, cy + 2
+    if name == "save":
+        return tray(cx, cy), cy - 8, cy + 8
+    if name == "cancel":
+        return diagonal_cross(cx, cy, 7.5, 2.4), cy - 8, cy + 8
+    if name == "clear":
+        return diagonal_cross(cx, cy, 5, 1.6), cy - 5, cy + 5
     if name == "close":
         return arrow_back(cx, cy), cy - 5, cy + 5
     if name == "open":
@@ -56,6 +69,25 @@ def letter_i(cx, cy):
 def arrow_back(cx, cy):
     """An arrow to the left with a shaft."""
     return f"M{cx - 7} {cy}l6 -5v3.5h7v3h-7v3.5z"
+
+
+def lines_of_text(cx, cy):
+    """Three entries of a list."""
+    return "".join(rectangle(cx - 8, cy + dy, 3, 3) + rectangle(cx - 3, cy + dy, 11, 3) for dy in (-7, -2, 3))
+
+
+def tray(cx, cy):
+    """An arrow down into an open tray."""
+    arrow = f"M{cx - 2} {cy - 8}h4v6h4l-6 6l-6 -6h4z"
+    return arrow + f"M{cx - 9} {cy + 1}h3v4h12v-4h3v7h-18z"
+
+
+def diagonal_cross(cx, cy, outer, inner):
+    """Two bars of the same width that meet at a right angle, `outer` from the centre to each end's middle."""
+    corner = outer - inner
+    return (f"M{cx - outer} {cy - corner}L{cx - corner} {cy - outer}L{cx} {cy - inner}L{cx + corner} {cy - outer}"
+            f"L{cx + outer} {cy - corner}L{cx + inner} {cy}L{cx + outer} {cy + corner}L{cx + corner} {cy + outer}"
+            f"L{cx} {cy + inner}L{cx - corner} {cy + outer}L{cx - outer} {cy + corner}L{cx - inner} {cy}z")
 
 
 def speaker(cx, cy):

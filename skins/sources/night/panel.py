@@ -26,16 +26,21 @@ SURFACE = [
     Layer(WHOLE, (0, 0, 0, 272), (0, "#1c2738"), (0.35, "#131b29"), (0.7, "#0b111b"), (1, "#06090f")),
     Layer(WHOLE, (66, 60, 300), (0, "#4f86c6", 0.30), (0.45, "#2f5f9e", 0.12), (1, "#2f5f9e", 0)),
 ]
-DECK_SURFACE = [
-    Layer(DECK, (0, DECK.y, 0, 272), (0, "#263145"), (0.12, "#1b2433"), (0.6, "#111824"), (1, "#0a0e16")),
-    Layer(DECK, (212, DECK.y, 210), (0, "#5d8fce", 0.16), (1, "#5d8fce", 0)),
-]
-GROUND = SURFACE + DECK_SURFACE
 
 
-def deck_edge(d):
+def deck_surface(deck):
+    return [
+        Layer(deck, (0, deck.y, 0, 272), (0, "#263145"), (0.12, "#1b2433"), (0.6, "#111824"), (1, "#0a0e16")),
+        Layer(deck, (212, deck.y, 210), (0, "#5d8fce", 0.16), (1, "#5d8fce", 0)),
+    ]
+
+
+GROUND = SURFACE + deck_surface(DECK)
+
+
+def deck_edge(d, deck=DECK):
     """The edge of the raised console that carries the buttons."""
-    width, top = DECK.width, DECK.y
+    width, top = deck.width, deck.y
     shade = Box(0, top - 8, width, 8)
     d.add(shade.svg(f'fill="{d.down(shade, (0, "#000", 0), (1, "#000", 0.45))}"'))
     light = d.linear(0, 0, width, 0, (0, palette.SHINE, 0.10), (0.44, palette.SHINE, 0.42), (1, palette.SHINE, 0.10))
@@ -93,8 +98,9 @@ def trays(d):
     d.recess([row, ring], bed)
     opener = geometry.body_on_panel("open").inset(-4)
     d.recess([opener], d.down(opener, (0, "#05080e"), (1, "#121a27")))
-    details = geometry.body_on_panel("details").inset(-3)
-    d.recess([details], d.down(details, (0, "#05080e"), (1, "#121a27")), 0.9)
+    for name in ("playlist", "details"):
+        place = geometry.body_on_panel(name).inset(-3)
+        d.recess([place], d.down(place, (0, "#05080e"), (1, "#121a27")), 0.9)
     left, right = geometry.TOGGLES["shuffle"], geometry.TOGGLES["repeat"]
     pair = Box(left.x - 5, left.y - 5, right.x + right.width - left.x + 10, left.height + 10, 10)
     d.recess([pair], d.down(pair, (0, "#05080e"), (1, "#121a27")))
