@@ -7,7 +7,9 @@
 #include <QPointer>
 #include <QUrl>
 
+#include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <utility>
 
 namespace
@@ -16,6 +18,8 @@ namespace
 using namespace std::chrono_literals;
 
 constexpr auto restTime = 1s;
+// A folder of files that cannot be played goes by faster than that.
+constexpr size_t mostRetired = 16;
 
 // The factor for the samples that sounds as loud as a volume says.
 float amplitude(int volume)
@@ -36,6 +40,12 @@ Playback::Playback(QObject* parent) : QObject(parent)
     m_retireTimer.setSingleShot(true);
     connect(&m_retireTimer, &QTimer::timeout, this, &Playback::releaseRetired);
 
+    connect(&m_playlist, &Playlist::replaced, this, &Playback::entriesReplaced);
+    connect(&m_playlist, &Playlist::removed, this, &Playback::entriesRemoved);
+    // By then everybody else knows the new indexes.
+    connect(&m_playlist, &Playlist::countChanged, this, &Playback::leaveRemoved);
+    connect(&m_playlist, &Playlist::appended, this, &Playback::takeMore);
+    connect(&m_playlist, &Playlist::growingChanged, this, &Playback::takeMore);
     renewPlayer();
 }
 
@@ -58,6 +68,7 @@ void Playback::renewPlayer()
     m_player->setAudioOutput(output);
     connect(m_player.get(), &QMediaPlayer::positionChanged, this, &Playback::positionChanged);
     connect(m_player.get(), &QMediaPlayer::durationChanged, this, &Playback::durationChanged);
+    connect(m_player.get(), &QMediaPlayer::durationChanged, this, &Playback::storeDuration);
     connect(m_player.get(), &QMediaPlayer::seekableChanged, this, &Playback::seekableChanged);
     connect(m_player.get(), &QMediaPlayer::metaDataChanged, this, &Playback::metaDataChanged);
     connect(m_player.get(), &QMediaPlayer::tracksChanged, this, &Playback::metaDataChanged);
@@ -75,6 +86,8 @@ void Playback::retirePlayer()
     m_player->disconnect(this);
     m_player->audioOutput()->setMuted(true);
     m_player->pause();
+    if (m_retired.size() >= mostRetired)
+        m_retired.erase(m_retired.begin());
     m_retired.push_back(std::move(m_player));
     m_retireTimer.start(restTime);
 }
@@ -93,7 +106,7 @@ bool Playback::hasSoundDevice()
 
 QString Playback::currentFile() const
 {
-    return m_files.value(m_current);
+    return m_playlist.file(m_current);
 }
 
 QMediaMetaData Playback::metaData() const
@@ -109,20 +122,43 @@ QMediaMetaData Playback::metaData() const
     return all;
 }
 
+void Playback::openEntries(const QList<PlaylistEntry>& entries, int index, qint64 position)
+{
+    if (entries.isEmpty())
+        return;
+    // What plays gives way to what comes, without a pause between.
+    m_current = -1;
+    const QPointer<Playback> self(this);
+    m_playlist.replace(entries);
+    if (self)
+        playAt(index, position);
+}
+
 void Playback::open(const QStringList& files, qint64 position)
 {
-    if (files.isEmpty())
+    QList<PlaylistEntry> entries;
+    entries.reserve(files.size());
+    for (const QString& file : files)
+        entries.append({file, QString(), -1, false});
+    openEntries(entries, 0, position);
+}
+
+void Playback::playAt(int index, qint64 position)
+{
+    if (!m_playlist.contains(index))
         return;
-    m_files = files;
-    m_current = 0;
+    m_current = index;
     start(Reload, position);
 }
 
 void Playback::play()
 {
-    if (m_files.isEmpty() || m_playing)
+    if (m_playlist.isEmpty() || m_playing)
         return;
-    start(m_failed ? Reload : Continue);
+    if (m_current < 0)
+        playAt(0);
+    else
+        start(m_failed ? Reload : Continue);
 }
 
 void Playback::pause()
@@ -137,6 +173,7 @@ void Playback::pause()
 void Playback::stop()
 {
     m_leaveTimer.stop();
+    m_awaitsMore = false;
     if (!m_failed) {
         m_player->stop();
         // At the end of a file the backend has stopped already and stays there.
@@ -147,12 +184,12 @@ void Playback::stop()
 
 void Playback::next()
 {
-    stepBy(1);
+    step(Forwards);
 }
 
 void Playback::previous()
 {
-    stepBy(-1);
+    step(Backwards);
 }
 
 void Playback::setPosition(qint64 position)
@@ -184,20 +221,36 @@ void Playback::seekToStart()
     setPosition(std::exchange(m_startPosition, 0));
 }
 
-void Playback::stepBy(int direction)
+void Playback::step(Direction direction)
 {
-    if (m_files.size() < 2)
+    if (m_playlist.count() < 2)
         return;
     m_direction = direction;
-    m_triesLeft = static_cast<int>(m_files.size()) - 1;
-    load(m_current + direction);
+    m_triesLeft = m_playlist.count() - 1;
+    load(entryInDirection());
+}
+
+// -1 where nothing is to follow.
+int Playback::entryInDirection() const
+{
+    const int count = m_playlist.count();
+    switch (m_direction) {
+    case Forwards:
+        return (m_current + 1) % count;
+    case Backwards:
+        // Without a current file the last one comes.
+        return (std::max(m_current, 0) + count - 1) % count;
+    case Onwards:
+        break;
+    }
+    return m_playlist.contains(m_current + 1) ? m_current + 1 : -1;
 }
 
 void Playback::start(StartMode mode, qint64 position)
 {
     const bool wasPlaying = m_playing;
     m_playing = true;
-    tryForwards();
+    m_direction = Onwards;
     const QPointer<Playback> self(this);
     if (mode == Reload)
         load(m_current, position);
@@ -209,12 +262,14 @@ void Playback::start(StartMode mode, qint64 position)
 
 void Playback::load(int index, qint64 position)
 {
-    const int count = static_cast<int>(m_files.size());
-    m_current = (index + count) % count;
+    m_current = index;
     m_leaveTimer.stop();
+    m_awaitsMore = false;
     // The backend stalls where its source changes while it still loads, and takes a second to let go of one that
-    // failed; a player of its own for every file avoids both, and late reports about the file before.
-    renewPlayer();
+    // failed; a player of its own for every file avoids both, and late reports about the file before. Files that are
+    // not there need none: a list may have thousands of them.
+    if (m_player->sourceDevice() || QFileInfo(currentFile()).isFile())
+        renewPlayer();
     m_failed = false;
     m_startPosition = position;
 
@@ -222,10 +277,29 @@ void Playback::load(int index, qint64 position)
     emit currentChanged(currentFile());
 }
 
+// A list from which everything has gone.
+void Playback::unload()
+{
+    const bool wasLoaded = std::exchange(m_current, -1) >= 0;
+    const bool wasPlaying = std::exchange(m_playing, false);
+    m_leaveTimer.stop();
+    m_awaitsMore = false;
+    m_failed = false;
+    if (m_player->sourceDevice())
+        renewPlayer();
+    const QPointer<Playback> self(this);
+    if (wasLoaded)
+        emit currentChanged(QString());
+    if (self && wasPlaying && !m_playing)
+        emit playingChanged(false);
+}
+
 void Playback::loadSource()
 {
     const QString name = currentFile();
-    if (!QFileInfo(name).isFile()) {
+    const bool exists = QFileInfo(name).isFile();
+    m_playlist.setMissing(m_current, !exists);
+    if (!exists) {
         fail(tr("no such file"));
         return;
     }
@@ -274,30 +348,76 @@ void Playback::leaveFailedFile()
     // A receiver may have opened something else, which clears the failure or asks for this function again.
     if (!self || !m_failed || m_leaveTimer.isActive())
         return;
-    if (m_triesLeft <= 0) {
+    if (m_direction == Onwards) {
+        goOn();
+    } else if (m_triesLeft > 0) {
+        --m_triesLeft;
+        load(entryInDirection());
+    } else {
         stop();
-        return;
     }
-    --m_triesLeft;
-    load(m_current + m_direction);
 }
 
 void Playback::leaveFinishedFile()
 {
-    if (m_current + 1 >= m_files.size()) {
-        stop();
-        return;
-    }
-    ++m_current;
-    tryForwards();
-    load(m_current);
+    m_direction = Onwards;
+    goOn();
 }
 
-// From the current file to the end of the list and no further, so that a list without a playable file comes to an end.
-void Playback::tryForwards()
+// To the end of the list and no further, so that a list without a playable file comes to an end.
+void Playback::goOn()
 {
-    m_direction = 1;
-    m_triesLeft = static_cast<int>(m_files.size()) - 1 - m_current;
+    const int next = entryInDirection();
+    if (next >= 0)
+        load(next);
+    else if (m_playlist.isGrowing())
+        m_awaitsMore = true;
+    else
+        stop();
+}
+
+void Playback::takeMore()
+{
+    if (m_awaitsMore)
+        goOn();
+}
+
+void Playback::entriesReplaced()
+{
+    if (m_current >= 0)
+        unload();
+}
+
+void Playback::entriesRemoved(const QList<int>& indexes)
+{
+    if (m_current < 0)
+        return;
+    const auto place = std::lower_bound(indexes.begin(), indexes.end(), m_current);
+    m_isRemoved = place != indexes.end() && *place == m_current;
+    m_current -= static_cast<int>(std::distance(indexes.begin(), place));
+}
+
+void Playback::leaveRemoved()
+{
+    if (!std::exchange(m_isRemoved, false))
+        return;
+    if (m_playlist.isEmpty()) {
+        unload();
+        return;
+    }
+    m_direction = Onwards;
+    const bool wasLast = !m_playlist.contains(m_current);
+    const bool stops = wasLast && std::exchange(m_playing, false);
+    const QPointer<Playback> self(this);
+    load(wasLast ? m_playlist.count() - 1 : m_current);
+    if (self && stops && !m_playing)
+        emit playingChanged(false);
+}
+
+void Playback::storeDuration(qint64 duration)
+{
+    if (duration > 0)
+        m_playlist.setSeconds(m_current, static_cast<int>(std::min<qint64>(duration / 1000, 1000000000)));
 }
 
 void Playback::setPlaying(bool playing)

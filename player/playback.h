@@ -1,6 +1,8 @@
 #ifndef SKINWIDGETS_PLAYER_PLAYBACK_H
 #define SKINWIDGETS_PLAYER_PLAYBACK_H
 
+#include "player/playlist/playlist.h"
+
 #include <QAudioOutput>
 #include <QMediaMetaData>
 #include <QMediaPlayer>
@@ -12,12 +14,16 @@
 #include <vector>
 
 /*
- * Plays a list of sound files one after the other. Times are milliseconds. The volume is 0 to 100 in steps that sound
- * alike, as loudness is heard.
+ * Plays the files of its playlist one after the other. Times are milliseconds. The volume is 0 to 100 in steps that
+ * sound alike, as loudness is heard.
  *
  * At the end of a file the next one plays; after the last one playback stops there, rewound. A file that cannot be
  * played is reported once each time it is tried and passed over: forwards to the end of the list, or, when the user
- * stepped on to it, in the direction of the step once around the list. When no file is left to try, playback stops.
+ * stepped on to it, in the direction of the step once around the list. When no file is left to try, playback stops. At
+ * the end of a list that is still growing it waits for more.
+ *
+ * When the current entry is removed from the playlist, the one that takes its place goes on in its stead; behind the
+ * last one playback stops.
  */
 class Playback : public QObject
 {
@@ -30,11 +36,17 @@ public:
     // Without a device the files still play in real time, silently.
     static bool hasSoundDevice();
 
-    // Replaces the list and plays its first file from a position, or from its start where it cannot be searched. An
+    // Any change of it is taken notice of. Replacing it unloads the current file.
+    Playlist* playlist() { return &m_playlist; }
+    const Playlist* playlist() const { return &m_playlist; }
+    // Replaces the playlist and plays one of it from a position, or from its start where it cannot be searched. An
     // empty list is ignored.
+    void openEntries(const QList<PlaylistEntry>& entries, int index = 0, qint64 position = 0);
     void open(const QStringList& files, qint64 position = 0);
-    QStringList files() const { return m_files; }
-    // The file that plays or would play, empty before open().
+    // Plays an entry of the playlist from a position. An index outside is ignored.
+    void playAt(int index, qint64 position = 0);
+    QStringList files() const { return m_playlist.files(); }
+    // The file that plays or would play, and its index; empty and -1 where there is none.
     QString currentFile() const;
     int currentIndex() const { return m_current; }
 
@@ -52,6 +64,7 @@ public:
     const QAudioOutput* output() const { return m_player->audioOutput(); }
 
 public slots:
+    // The first file of the playlist where none is current.
     void play();
     void pause();
     // Stops and rewinds the current file.
@@ -68,6 +81,7 @@ public slots:
 
 signals:
     void playingChanged(bool playing);
+    // Empty where no file is current any more.
     void currentChanged(const QString& file);
     void positionChanged(qint64 position);
     void durationChanged(qint64 duration);
@@ -80,6 +94,8 @@ signals:
 
 private:
     enum StartMode { Continue, Reload };
+    // How the next file is chosen: as at the end of a file, or as for the user's steps.
+    enum Direction { Onwards, Forwards, Backwards };
 
     void start(StartMode mode, qint64 position = 0);
     void renewPlayer();
@@ -87,17 +103,25 @@ private:
     void releaseRetired();
     void load(int index, qint64 position = 0);
     void loadSource();
-    void stepBy(int direction);
+    void unload();
+    void step(Direction direction);
+    int entryInDirection() const;
     void fail(const QString& reason);
     void seekToStart();
     void mediaStatusChanged(QMediaPlayer::MediaStatus status);
     void leaveFile();
     void leaveFailedFile();
     void leaveFinishedFile();
-    void tryForwards();
+    void goOn();
     void setPlaying(bool playing);
 
-    QStringList m_files;
+    void entriesReplaced();
+    void entriesRemoved(const QList<int>& indexes);
+    void leaveRemoved();
+    void takeMore();
+    void storeDuration(qint64 duration);
+
+    Playlist m_playlist;
     int m_current = -1;
     bool m_playing = false;
     int m_volume = 100;
@@ -106,9 +130,13 @@ private:
     qint64 m_startPosition = 0;
     bool m_failed = false;
     QString m_failure;
-    // Where to go from a file that fails, and how many more may be tried before giving up.
-    int m_direction = 1;
+    // Where to go from a file that fails; where the user stepped to it, so many more times.
+    Direction m_direction = Onwards;
     int m_triesLeft = 0;
+    // At the end of a list that is still growing.
+    bool m_awaitsMore = false;
+    // The current entry has been removed, and the one in its place is not loaded yet.
+    bool m_isRemoved = false;
 
     // Never null.
     std::unique_ptr<QMediaPlayer> m_player;
