@@ -1,6 +1,7 @@
 #include "player/mediabackend.h"
 #include "player/messagefilter.h"
 #include "player/playerwindow.h"
+#include "player/playlist/playlistkeeper.h"
 #include "player/screenshot.h"
 #include "qtopia/qpeapplication.h"
 #include "skinbase/skinbase.h"
@@ -14,6 +15,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 namespace
 {
@@ -21,6 +23,7 @@ namespace
 enum ExitCode { Done = 0, Failed = 1, NoSkin = 2 };
 
 const QString playingScreen = QStringLiteral("playing");
+const QString playlistScreen = QStringLiteral("playlist");
 const QString detailsScreen = QStringLiteral("details");
 
 struct Options {
@@ -30,7 +33,8 @@ struct Options {
     double quitAfter = -1;
     // Milliseconds.
     qint64 position = 0;
-    bool showsDetails = false;
+    QString screen;
+    bool keepsPlaylist = true;
     QStringList files;
 };
 
@@ -69,8 +73,10 @@ Options readOptions(const QCoreApplication& application)
                                       QStringLiteral("Start the first file at <seconds>, and take a screenshot there."),
                                       QStringLiteral("seconds"));
     const QCommandLineOption screen(QStringLiteral("screen"),
-                                    QStringLiteral("Start with the screen <name>: playing or details."),
+                                    QStringLiteral("Start with the screen <name>: playing, playlist or details."),
                                     QStringLiteral("name"), playingScreen);
+    const QCommandLineOption noKept(QStringLiteral("no-kept-playlist"),
+                                    QStringLiteral("Leave the playlist of the last time alone, and keep none."));
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Plays sound files in a window drawn from pictures.\n"
@@ -83,17 +89,30 @@ Options readOptions(const QCoreApplication& application)
                        "  M                        mute\n"
                        "  B, Insert                set a bookmark, up to ten in a file\n"
                        "  Delete, Backspace        remove the nearest bookmark, with Shift all of the file\n"
+                       "  P                        playlist\n"
                        "  I                        details of the file: tags, cover, lyrics\n"
                        "  Escape                   quit\n"
+                       "\n"
+                       "Keys in the playlist:\n"
+                       "  Up, Down, Page Up, Page Down, Home, End   move, with Shift select\n"
+                       "  Space, Ctrl+A                             select or not, select all\n"
+                       "  letters                                   go to the next name that begins so\n"
+                       "  / or Ctrl+F                               filter; Escape ends it\n"
+                       "  Return                                    play\n"
+                       "  Insert, Delete                            add, remove what is selected\n"
+                       "  Ctrl+S                                    save as M3U\n"
+                       "  Left, Right                               to the buttons, Up leads back\n"
+                       "  Escape                                    return\n"
                        "\n"
                        "Keys in the details:\n"
                        "  Up, Down, Page Up, Page Down, Home, End   scroll\n"
                        "  Escape, I                                 return"));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOptions({skin, screenshot, quitAfter, position, screen});
+    parser.addOptions({skin, screenshot, quitAfter, position, screen, noKept});
     parser.addPositionalArgument(QStringLiteral("files"),
-                                 QStringLiteral("Files to play one after the other (default: a sound that ships)."),
+                                 QStringLiteral("Files, folders and M3U playlists to play one after the other\n"
+                                                "(default: the playlist of the last time, else a sound that ships)."),
                                  QStringLiteral("[files...]"));
     parser.process(application);
 
@@ -106,11 +125,13 @@ Options readOptions(const QCoreApplication& application)
         options.quitAfter = readSeconds(parser.value(quitAfter));
     if (parser.isSet(position))
         options.position = qRound64(1000 * readSeconds(parser.value(position)));
-    const QString screenName = parser.value(screen);
-    if (screenName != playingScreen && screenName != detailsScreen)
-        quit(QStringLiteral("no screen named \"%1\" (there: %2, %3)").arg(screenName, playingScreen, detailsScreen),
+    options.screen = parser.value(screen);
+    const QStringList screens{playingScreen, playlistScreen, detailsScreen};
+    if (!screens.contains(options.screen))
+        quit(QStringLiteral("no screen named \"%1\" (there: %2)")
+                 .arg(options.screen, screens.join(QStringLiteral(", "))),
              Failed);
-    options.showsDetails = screenName == detailsScreen;
+    options.keepsPlaylist = !parser.isSet(noKept);
     for (const QString& file : parser.positionalArguments())
         options.files << QFileInfo(file).absoluteFilePath();
     return options;
@@ -135,29 +156,35 @@ void takeScreenshot(PlayerWindow& window, const QString& file)
     });
 }
 
-// When playback has come to the position, or cannot come there any more.
+// When everything is read, and playback has come to the position or cannot come there any more.
 void takeScreenshotAt(qint64 position, PlayerWindow& window, const QString& file)
 {
-    if (position <= 0) {
-        takeScreenshot(window, file);
-        return;
-    }
     auto* waiting = new QObject(&window);
-    const auto take = [waiting, &window, file] {
+    const auto check = [waiting, position, &window, file] {
+        const Playback* playback = window.playback();
+        if (window.loader()->isLoading() || (playback->isPlaying() && playback->position() < position))
+            return;
+        window.loader()->disconnect(waiting);
         window.playback()->disconnect(waiting);
         waiting->deleteLater();
         takeScreenshot(window, file);
         // The picture follows the next painting.
         window.currentScreen()->panel()->update();
     };
-    QObject::connect(window.playback(), &Playback::positionChanged, waiting, [take, position](qint64 reached) {
-        if (reached >= position)
-            take();
-    });
-    QObject::connect(window.playback(), &Playback::playingChanged, waiting, [take](bool playing) {
-        if (!playing)
-            take();
-    });
+    QObject::connect(window.loader(), &PlaylistLoader::progressed, waiting, check);
+    QObject::connect(window.playback(), &Playback::positionChanged, waiting, check);
+    QObject::connect(window.playback(), &Playback::playingChanged, waiting, check);
+}
+
+void startPlaying(const Options& options, PlayerWindow& window, PlaylistKeeper* keeper)
+{
+    const QString shippedSound = QPEApplication::qpeDir() + QStringLiteral("sounds/night_walk.ogg");
+    if (keeper)
+        keeper->setUnkeptFile(shippedSound);
+    if (!options.files.isEmpty())
+        window.loader()->open(options.files, options.position);
+    else if (!keeper || !keeper->restore())
+        window.loader()->open({shippedSound}, options.position);
 }
 
 } // namespace
@@ -185,18 +212,28 @@ int main(int argc, char** argv)
     if (!Playback::hasSoundDevice())
         complain(QStringLiteral("no sound device found, playing silently"));
 
-    if (options.showsDetails)
+    if (options.screen == detailsScreen)
         window.showDetails();
-    // The tags are known by the time that the file plays.
-    const qint64 earliest = options.showsDetails ? 1 : 0;
+    else if (options.screen == playlistScreen)
+        window.showPlaylist();
+    // Tags and lengths are known by the time that the file plays.
+    const qint64 earliest = options.screen == playingScreen ? 0 : 1;
     if (!options.screenshot.isEmpty())
         takeScreenshotAt(std::max(options.position, earliest), window, options.screenshot);
     if (options.quitAfter >= 0) {
         const auto delay = std::chrono::milliseconds(qRound64(1000 * options.quitAfter));
         QTimer::singleShot(delay, &application, &QCoreApplication::quit);
     }
+    std::unique_ptr<PlaylistKeeper> keeper;
+    if (options.keepsPlaylist) {
+        const QString directory = PlaylistKeeper::standardDirectory();
+        keeper = std::make_unique<PlaylistKeeper>(window.playback(), window.loader(), directory);
+        QObject::connect(keeper.get(), &PlaylistKeeper::failed, &window, [&window](const QString& message) {
+            complain(message);
+            window.setNotice(message);
+        });
+    }
     window.show();
-    const QString shippedSound = QPEApplication::qpeDir() + QStringLiteral("sounds/night_walk.ogg");
-    window.playback()->open(options.files.isEmpty() ? QStringList{shippedSound} : options.files, options.position);
+    startPlaying(options, window, keeper.get());
     return QApplication::exec();
 }

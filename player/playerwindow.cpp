@@ -1,5 +1,8 @@
 #include "player/playerwindow.h"
 
+#include "player/opendialog.h"
+#include "player/playlist/m3u.h"
+#include "player/playlist/soundtypes.h"
 #include "player/skinfiles.h"
 #include "skinbase/skinbase.h"
 
@@ -23,15 +26,24 @@ PlayerWindow::PlayerWindow(const QString& skin, QWidget* parent) : QWidget(paren
     setObjectName(skin);
     m_playback.setVolume(startVolume);
     m_playing = new PlayingScreen(&m_playback, this);
+    m_playlist = new PlaylistScreen(&m_playback, &m_loader, this);
     m_details = new DetailsScreen(&m_playback, this);
     addScreen(m_playing);
+    addScreen(m_playlist);
     addScreen(m_details);
     setFixedSize(m_playing->panel()->size());
 
     connect(m_playing, &PlayingScreen::openRequested, this, &PlayerWindow::chooseFiles);
+    connect(m_playing, &PlayingScreen::playlistRequested, this, &PlayerWindow::showPlaylist);
+    connect(m_playlist, &PlaylistScreen::addRequested, this, &PlayerWindow::chooseMoreFiles);
+    connect(m_playlist, &PlaylistScreen::saveRequested, this, &PlayerWindow::chooseSaveFile);
     connect(m_playing, &PlayingScreen::detailsRequested, this, &PlayerWindow::showDetails);
     connect(&m_playback, &Playback::currentChanged, this, &PlayerWindow::currentChanged);
     connect(&m_playback, &Playback::fileFailed, this, &PlayerWindow::fileFailed);
+    connect(&m_loader, &PlaylistLoader::failed, this, [this](const QString& message) {
+        std::fprintf(stderr, "skinplayer: %s\n", qPrintable(message));
+        setNotice(message);
+    });
     updateTitle();
 }
 
@@ -74,21 +86,75 @@ void PlayerWindow::showDetails()
     showScreen(m_details);
 }
 
+void PlayerWindow::showPlaylist()
+{
+    showScreen(m_playlist);
+}
+
 void PlayerWindow::chooseFiles()
 {
-    if (m_dialog) {
-        m_dialog->raise();
-        m_dialog->activateWindow();
+    if (raiseDialog())
         return;
-    }
-    m_dialog = new QFileDialog(this, tr("Choose what to play"), QFileInfo(m_playback.currentFile()).path());
+    OpenDialog* dialog = createOpenDialog(tr("Choose what to play"));
+    connect(dialog, &OpenDialog::chosen, this, [this](const QStringList& paths) {
+        setNotice(QString());
+        m_loader.open(paths);
+    });
+    openDialog(dialog);
+}
+
+void PlayerWindow::chooseMoreFiles()
+{
+    if (raiseDialog())
+        return;
+    OpenDialog* dialog = createOpenDialog(tr("Choose what to add"));
+    connect(dialog, &OpenDialog::chosen, this, [this](const QStringList& paths) {
+        setNotice(QString());
+        m_loader.add(paths);
+    });
+    openDialog(dialog);
+}
+
+OpenDialog* PlayerWindow::createOpenDialog(const QString& title)
+{
+    return new OpenDialog(this, title, QFileInfo(m_playback.currentFile()).path());
+}
+
+void PlayerWindow::chooseSaveFile()
+{
+    if (raiseDialog())
+        return;
+    auto* dialog = new QFileDialog(this, tr("Save the playlist"), QFileInfo(m_playback.currentFile()).path());
+    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setFileMode(QFileDialog::AnyFile);
+    dialog->setNameFilters({soundtypes::saveFilter(), tr("All files (*)")});
+    dialog->setDefaultSuffix(QStringLiteral("m3u8"));
+    connect(dialog, &QFileDialog::fileSelected, this, &PlayerWindow::savePlaylist);
+    openDialog(dialog);
+}
+
+void PlayerWindow::savePlaylist(const QString& file)
+{
+    const QString problem = m3u::write(file, m_playback.playlist()->entries());
+    const QString name = QFileInfo(file).fileName();
+    setNotice(problem.isEmpty() ? tr("saved as %1").arg(name) : tr("cannot save %1: %2").arg(name, problem));
+}
+
+bool PlayerWindow::raiseDialog()
+{
+    if (!m_dialog)
+        return false;
+    m_dialog->raise();
+    m_dialog->activateWindow();
+    return true;
+}
+
+void PlayerWindow::openDialog(QFileDialog* dialog)
+{
+    m_dialog = dialog;
     m_dialog->setAttribute(Qt::WA_DeleteOnClose);
-    // The platform's own dialog may be another process that a player on a bare screen does not have.
-    m_dialog->setOption(QFileDialog::DontUseNativeDialog);
-    m_dialog->setFileMode(QFileDialog::ExistingFiles);
-    m_dialog->setNameFilters({tr("Sounds (*.ogg *.oga *.opus *.flac *.wav *.mp3 *.m4a)"), tr("All files (*)")});
     m_dialog->resize(m_dialog->sizeHint().boundedTo(screen()->availableSize()));
-    connect(m_dialog, &QFileDialog::filesSelected, this, &PlayerWindow::filesChosen);
     connect(m_dialog, &QDialog::finished, this, &PlayerWindow::dialogClosed);
     m_dialog->show();
     m_dialog->activateWindow();
@@ -112,19 +178,19 @@ void PlayerWindow::fileFailed(const QString& file, const QString& reason)
         m_reportedFiles.insert(file);
         std::fprintf(stderr, "skinplayer: cannot play %s: %s\n", qPrintable(file), qPrintable(reason));
     }
-    m_notice = tr("cannot play %1").arg(QFileInfo(file).fileName());
-    updateTitle();
-}
-
-void PlayerWindow::filesChosen(const QStringList& files)
-{
-    m_notice.clear();
-    m_playback.open(files);
+    setNotice(tr("cannot play %1").arg(QFileInfo(file).fileName()));
 }
 
 void PlayerWindow::dialogClosed()
 {
     activateWindow();
+}
+
+void PlayerWindow::setNotice(const QString& notice)
+{
+    m_notice = notice;
+    m_playlist->showMessage(notice);
+    updateTitle();
 }
 
 void PlayerWindow::clearNotice()

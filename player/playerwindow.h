@@ -2,13 +2,16 @@
 #define SKINWIDGETS_PLAYER_PLAYERWINDOW_H
 
 #include "player/playback.h"
+#include "player/playlist/playlistloader.h"
 #include "player/screens/detailsscreen.h"
 #include "player/screens/playingscreen.h"
+#include "player/screens/playlistscreen.h"
 
 #include <QPointer>
 #include <QSet>
 #include <QWidget>
 
+class OpenDialog;
 class QFileDialog;
 class QStackedLayout;
 
@@ -35,10 +38,12 @@ public:
     bool isSkinned() const { return m_playing->isSkinned(); }
 
     Playback* playback() { return &m_playback; }
+    PlaylistLoader* loader() { return &m_loader; }
     // The screen that shows, or will once the window does.
     Screen* currentScreen() const;
     PlayingScreen* playingScreen() const { return m_playing; }
     DetailsScreen* detailsScreen() const { return m_details; }
+    PlaylistScreen* playlistScreen() const { return m_playlist; }
     // Those of the playing screen.
     SkinBase* panel() const { return m_playing->panel(); }
     SliderSkin* seekSlider() const { return m_playing->seekSlider(); }
@@ -47,9 +52,15 @@ public:
     const SeekControl* seekControl() const { return m_playing->seekControl(); }
 
 public slots:
-    // Lets the user choose files, which then play. Returns at once; a dialog that is open already is brought forward.
+    // Let the user choose files or folders, to play or to add to the playlist, or a file to save the playlist in. They
+    // return at once; a dialog that is open already is brought forward instead.
     void chooseFiles();
+    void chooseMoreFiles();
+    void chooseSaveFile();
     void showDetails();
+    void showPlaylist();
+    // Tells something in the title and on the playlist screen until the user does something.
+    void setNotice(const QString& notice);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -59,15 +70,20 @@ private:
     void showScreen(Screen* screen);
     void currentChanged();
     void fileFailed(const QString& file, const QString& reason);
-    void filesChosen(const QStringList& files);
+    bool raiseDialog();
+    void openDialog(QFileDialog* dialog);
+    OpenDialog* createOpenDialog(const QString& title);
+    void savePlaylist(const QString& file);
     void dialogClosed();
     void clearNotice();
     void updateTitle();
 
     // Before the screens, which use it to their end.
     Playback m_playback;
+    PlaylistLoader m_loader{&m_playback};
     QStackedLayout* m_screens;
     PlayingScreen* m_playing;
+    PlaylistScreen* m_playlist;
     DetailsScreen* m_details;
     QPointer<QFileDialog> m_dialog;
     // What the title tells besides the file, until the user does something.

@@ -28,7 +28,7 @@ PlayingScreen::PlayingScreen(Playback* playback, QWidget* parent) : Screen("Play
     m_seek = std::make_unique<SeekControl>(playback, m_seekSlider, m_timeDisplay);
     m_volume = std::make_unique<VolumeControl>(playback, m_volumePanel);
     connect(playback, &Playback::playingChanged, this, &PlayingScreen::showPlayOrPause);
-    connect(playback, &Playback::currentChanged, this, &PlayingScreen::currentChanged);
+    connect(playback->playlist(), &Playlist::countChanged, this, [this](int count) { enableSteps(count > 1); });
 
     addButtons();
     addAllKeys();
@@ -71,12 +71,14 @@ void PlayingScreen::addButtons()
     addButton(QStringLiteral("stop"), [this] { m_playback->stop(); });
     addButton(nextButton, [this] { m_playback->next(); });
     addButton(QStringLiteral("open"), [this] { emit openRequested(); });
+    addButton(QStringLiteral("playlist"), [this] { emit playlistRequested(); });
     addButton(QStringLiteral("details"), [this] { emit detailsRequested(); });
 }
 
 void PlayingScreen::addAllKeys()
 {
     addKeys({Qt::Key_Escape}, Once, [this] { emit closeRequested(); });
+    addKeys({Qt::Key_P}, Once, [this] { emit playlistRequested(); });
     addKeys({Qt::Key_I}, Once, [this] { emit detailsRequested(); });
     addKeys({Qt::Key_PageUp, Qt::SHIFT | Qt::Key_Left}, WhileHeld, [this] { m_seek->seekBy(-seekStep); });
     addKeys({Qt::Key_PageDown, Qt::SHIFT | Qt::Key_Right}, WhileHeld, [this] { m_seek->seekBy(seekStep); });
@@ -87,11 +89,6 @@ void PlayingScreen::addAllKeys()
     addKeys({Qt::Key_Delete, Qt::Key_Backspace}, Once, [this] { m_seek->removeNearestBookmark(); });
     addKeys({Qt::SHIFT | Qt::Key_Delete, Qt::SHIFT | Qt::Key_Backspace}, Once,
             [this] { m_seek->removeAllBookmarks(); });
-}
-
-void PlayingScreen::currentChanged()
-{
-    enableSteps(m_playback->files().size() > 1);
 }
 
 void PlayingScreen::showPlayOrPause(bool playing)

@@ -16,9 +16,9 @@ class VolumeSkin;
 /*
  * The screen that operates playback, from the section Player of the skin.
  *
- * The skin supplies the buttons prev, play, pause, stop, next, open and details. Play and pause take turns: the one
- * that does not apply is hidden, and the keyboard focus passes to the one that takes its place. With a single file prev
- * and next are disabled. Play or pause is the first focused button.
+ * The skin supplies the buttons prev, play, pause, stop, next, open, playlist and details. Play and pause take turns:
+ * the one that does not apply is hidden, and the keyboard focus passes to the one that takes its place. With a single
+ * file prev and next are disabled. Play or pause is the first focused button.
  *
  * The group Screen of the skin's config places the media widgets, which are named by their groups, on the panel:
  *
@@ -32,6 +32,7 @@ class VolumeSkin;
  *     Up, Down; M                                   volume by 5; mute
  *     B, Insert                                     set a bookmark at the current position
  *     Delete, Backspace; with Shift                 remove the nearest bookmark; all of the file
+ *     P                                             the playlist
  *     I                                             the details of the file
  *     Escape                                        close
  */
@@ -52,6 +53,7 @@ public:
 
 signals:
     void openRequested();
+    void playlistRequested();
     void detailsRequested();
 
 private:
@@ -60,7 +62,6 @@ private:
     void createMediaWidgets();
     void addButtons();
     void addAllKeys();
-    void currentChanged();
     void showPlayOrPause(bool playing);
     void enableSteps(bool enable);
 

@@ -62,6 +62,8 @@ void TestSkinplayer::initTestCase()
 {
     // Qt tells on stderr where it has to think of a place for run-time files.
     qputenv("XDG_RUNTIME_DIR", m_files.path(QString()).toLocal8Bit());
+    // The playlist that the user of this machine keeps is nothing to play with.
+    qputenv("XDG_DATA_HOME", m_files.path(QStringLiteral("data")).toLocal8Bit());
 }
 
 void TestSkinplayer::helpNamesEveryOption()
