@@ -19,6 +19,7 @@ class SKINWIDGETS_EXPORT LabelSkin : public ToolkitLabel
     Q_OBJECT
 
 public:
+    // Has no contents, so nothing shows yet, and an automatic mask, which setAutoMask(false) would take away.
     explicit LabelSkin(QWidget* parent = nullptr, const char* name = nullptr, unsigned int flags = 0);
     ~LabelSkin() override;
 

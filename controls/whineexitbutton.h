@@ -39,6 +39,7 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
+    // What is shown idle, with the keyboard focus and pressed; null: nothing.
     QPixmap normalPixmap;
     QPixmap focusPixmap;
     QPixmap pressedPixmap;

@@ -48,6 +48,7 @@ class SKINWIDGETS_EXPORT ListBoxSkin : public ScrollViewSkin
     Q_PROPERTY(bool variableHeight READ variableHeight WRITE setVariableHeight)
 
 public:
+    // What a press or a key selects.
     enum SelectionMode {
         // The current item is the selected one, or none is.
         Single = 0,
@@ -59,6 +60,7 @@ public:
     };
     Q_ENUM(SelectionMode)
 
+    // How the number of rows, or of columns, comes about.
     enum LayoutMode {
         // A number of rows or columns that is given.
         FixedNumber = 0,
@@ -70,6 +72,7 @@ public:
     };
     Q_ENUM(LayoutMode)
 
+    // One column, Single mode, no frame, no bar at the bottom.
     explicit ListBoxSkin(QWidget* parent = nullptr, const char* name = nullptr, WFlags f = 0);
     // Deletes the items. Items that were taken out become free.
     ~ListBoxSkin() override;
@@ -83,6 +86,7 @@ public:
     // Does nothing.
     void emitChangedSignal(bool changed);
 
+    // The number of items.
     uint count() const;
     // Null outside.
     ListBoxSkinItem* item(int index) const;
@@ -149,6 +153,7 @@ public:
     virtual void setTopItem(int index);
     virtual void setBottomItem(int index);
 
+    // Single at start.
     SelectionMode selectionMode() const;
     // Leaves the selection as it is.
     virtual void setSelectionMode(SelectionMode mode);

@@ -35,6 +35,7 @@ public:
     ListBoxSkinItem(ListBoxSkin* listbox, ListBoxSkinItem* after);
     virtual ~ListBoxSkinItem();
 
+    // The text by which a list box sorts and finds the item; empty at first.
     virtual QString text() const;
     // The item's picture, owned by the item; null where it has none.
     virtual const QPixmap* pixmap() const;
@@ -54,6 +55,7 @@ public:
     // The list box that the item is in, or was taken from if that lives still; null for a free item.
     ListBoxSkin* listBox() const;
 
+    // Whether the item is selected in its list box.
     bool selected() const { return s; }
     // Whether this is the current item of a list box that has the keyboard focus.
     bool current() const;
@@ -66,6 +68,7 @@ public:
     void setCustomHighlighting(bool custom);
 
 protected:
+    // The text, and whether the item is selected.
     QString txt;
     unsigned int s : 1;
     // Not painted whole since its last change.
@@ -103,6 +106,7 @@ private:
 class SKINWIDGETS_EXPORT ListBoxSkinText : public ListBoxSkinItem
 {
 public:
+    // As ListBoxSkinItem's constructors insert; without a list box the item is free.
     explicit ListBoxSkinText(ListBoxSkin* listbox, const QString& text = QString());
     explicit ListBoxSkinText(const QString& text = QString());
     ListBoxSkinText(ListBoxSkin* listbox, const QString& text, ListBoxSkinItem* after);
@@ -122,6 +126,8 @@ public:
 class SKINWIDGETS_EXPORT ListBoxSkinPixmap : public ListBoxSkinItem
 {
 public:
+    // As ListBoxSkinItem's constructors insert; without a list box the item is free. The picture is shared, not copied;
+    // it may be null.
     ListBoxSkinPixmap(ListBoxSkin* listbox, const QPixmap& pixmap);
     explicit ListBoxSkinPixmap(const QPixmap& pixmap);
     ListBoxSkinPixmap(ListBoxSkin* listbox, const QPixmap& pixmap, ListBoxSkinItem* after);

@@ -52,6 +52,7 @@ class SKINWIDGETS_EXPORT SliderSkin : public SkinBase, public QRangeControl
     Q_OBJECT
 
 public:
+    // The most markers at a time.
     static constexpr int maxMarkers = 10;
 
     // Line step 1. Loads the group of its object name. The value shown is the given one, the range control's the one
@@ -82,6 +83,7 @@ public:
     void setAlphaOverride(unsigned char alpha) override;
     void setBackgroundPixmap(const QPixmap& pm) override;
 
+    // The numbers of the range control, as QRangeControl says.
     using QRangeControl::lineStep;
     using QRangeControl::maxValue;
     using QRangeControl::minValue;

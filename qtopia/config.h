@@ -34,6 +34,7 @@ public:
     // Bytes.
     static constexpr qint64 largestFile = qint64(1024) * 1024;
 
+    // Reads the file, once. Never fails: isValid() tells whether there was one.
     explicit Config(const QString& name, Domain domain = User);
 
     // Whether there was a regular file to read, be it empty.
@@ -44,6 +45,7 @@ public:
     // The group that all reading below refers to; at first the one with the empty name. A group that the file does not
     // have is empty.
     void setGroup(const QString& group) { m_group = group; }
+    // Whether the current group has the key, be its value empty.
     bool hasKey(const QString& key) const;
 
     // The value, or fallback where the key is missing. The value of a present key is never null, but it may be empty.

@@ -12,6 +12,7 @@ class SKINWIDGETS_EXPORT DQClipperWidget : public skinwidgets::ViewportWidget
     Q_OBJECT
 
 public:
+    // Made by ScrollViewSkin::enableClipper(); the viewport is its parent and owns it.
     explicit DQClipperWidget(QWidget* parent = nullptr, const char* name = nullptr, WFlags f = 0);
     ~DQClipperWidget() override;
 

@@ -12,8 +12,11 @@ namespace skinwidgets
 
 // What a trough or a thumb is put together from: a cap at either end and a piece that is repeated between them.
 struct BarPieces {
+    // Null: that end has no cap.
     QImage top;
+    // Fixes the breadth; null: there is nothing to compose.
     QImage centre;
+    // Null: that end has no cap.
     QImage bottom;
 };
 

@@ -59,6 +59,7 @@ public:
     // 20 pixels wide, as high as the bar is.
     QSize sizeHint() const override;
 
+    // The numbers of the range control, as QRangeControl says.
     using QRangeControl::lineStep;
     using QRangeControl::maxValue;
     using QRangeControl::minValue;
@@ -92,7 +93,7 @@ public:
     // Carries out a part's step: the signal that asks for it goes out first, then the value changes. First, Last,
     // Slider and None do nothing.
     void action(ScrollBarControl control);
-    // The part under the stylus acts again after 500 ms, then every 50 ms, until stopAutoRepeat().
+    // The pressed part acts again after 500 ms, then every 50 ms, until stopAutoRepeat().
     void startAutoRepeat();
     void stopAutoRepeat();
 
@@ -108,6 +109,7 @@ public:
     void setAlphaOverride(unsigned char alpha) override;
 
 public slots:
+    // One repetition: the pressed part acts again. Without a part that is held down it ends the repetition.
     void doAutoRepeat();
 
 signals:

@@ -29,13 +29,17 @@ class SKINWIDGETS_EXPORT ScrollViewSkin : public ToolkitFrame
     Q_OBJECT
 
 public:
+    // When a bar is shown.
     enum ScrollBarMode {
         // Shown when the contents do not fit.
         Auto = 0,
+        // Never; the contents still scroll.
         AlwaysOff = 1,
+        // Always, with nothing to scroll too.
         AlwaysOn = 2
     };
 
+    // Who sets the size of the contents.
     enum ResizePolicy {
         // The application sets the size of the contents.
         Default = 0,
@@ -46,6 +50,8 @@ public:
         AutoOneFit = 3
     };
 
+    // A sunken panel without contents, margins or clipper. The viewport takes over the flags WPaintClever,
+    // WNorthWestGravity and WRepaintNoErase.
     explicit ScrollViewSkin(QWidget* parent = nullptr, const char* name = nullptr, WFlags f = 0);
     ~ScrollViewSkin() override;
 
@@ -58,17 +64,21 @@ public:
     int visibleWidth() const;
     int visibleHeight() const;
 
+    // The widget through which the contents are seen. The view owns it.
     ToolkitWidget<QWidget>* viewport() const;
     // The widget that shows the contents: the large clipper when enabled, else the viewport.
     ToolkitWidget<QWidget>* clipper() const;
+    // The bars, which the view owns; null once somebody deleted them.
     ScrollBarSkin* verticalScrollBar() const;
     QScrollBar* horizontalScrollBar() const;
 
+    // Auto at start. Setting one lays the view out again.
     ScrollBarMode vScrollBarMode() const;
     virtual void setVScrollBarMode(ScrollBarMode mode);
     ScrollBarMode hScrollBarMode() const;
     virtual void setHScrollBarMode(ScrollBarMode mode);
 
+    // Default at start.
     ResizePolicy resizePolicy() const;
     // Takes effect with the next change of a child or layout. Nothing else changes the policy.
     virtual void setResizePolicy(ResizePolicy policy);
@@ -123,6 +133,8 @@ public:
     int childX(QWidget* child) const;
     int childY(QWidget* child) const;
 
+    // Between the coordinates of the contents and of the viewport, also with a clipper. Points outside of either are
+    // converted as well.
     QPoint viewportToContents(const QPoint& point) const;
     void viewportToContents(int vx, int vy, int& x, int& y) const;
     QPoint contentsToViewport(const QPoint& point) const;
@@ -140,6 +152,7 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
+    // As in the toolkit; a hidden view is laid out at once, too.
     void setEnabled(bool enable) override;
     void show() override;
     void resize(int w, int h) override;

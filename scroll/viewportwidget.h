@@ -13,6 +13,7 @@ namespace skinwidgets
 class SKINWIDGETS_EXPORT ViewportWidget : public ToolkitWidget<QWidget>
 {
 public:
+    // A scroll view makes and owns it.
     explicit ViewportWidget(QWidget* parent = nullptr, const char* name = nullptr, WFlags f = 0);
     ~ViewportWidget() override;
 

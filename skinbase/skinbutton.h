@@ -19,7 +19,9 @@ enum SkinButtonState : int {
 
 // One button of a skin panel, owned by the panel.
 struct SkinButton {
+    // Changed by the panel's operations only, so that the focus follows.
     SkinButtonState state = Normal;
+    // By which the application addresses it.
     QString name;
     // The whole strip as loaded; the state pictures are cut from it again at every change of background or alpha.
     QImage image;

@@ -10,8 +10,11 @@ namespace skinwidgets
 
 // One picture that the library carries: a complete PNG file.
 struct BuiltinPicture {
+    // Bytes.
     unsigned int size;
+    // The file; null in the record that ends the table.
     const unsigned char* data;
+    // Without a file name ending, "scroll_bg_top".
     const char* name;
 };
 

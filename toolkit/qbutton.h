@@ -17,6 +17,7 @@ class SKINWIDGETS_EXPORT QButton : public ToolkitWidget<QAbstractButton>
     Q_OBJECT
 
 public:
+    // Shows nothing until it has a background picture.
     explicit QButton(QWidget* parent = nullptr, const char* name = nullptr, WFlags f = 0);
     ~QButton() override;
 

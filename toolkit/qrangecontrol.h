@@ -23,6 +23,7 @@ public:
     virtual ~QRangeControl();
     Q_DISABLE_COPY_MOVE(QRangeControl)
 
+    // The value, within the range.
     int value() const { return m_value; }
     // directSetValue(), then valueChange() if the value is another one now.
     void setValue(int value);
@@ -33,6 +34,7 @@ public:
     void addLine();
     void subtractLine();
 
+    // The range; the minimum is never above the maximum.
     int minValue() const { return m_minimum; }
     int maxValue() const { return m_maximum; }
     // A maximum below the minimum makes the minimum the only value. With another range than before: rangeChange(),

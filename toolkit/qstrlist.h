@@ -19,12 +19,14 @@
 class SKINWIDGETS_EXPORT QStrList
 {
 public:
+    // An empty list. Without deep copies the strings stay the caller's.
     explicit QStrList(bool deepCopies = true);
     // The copy holds the same kind of copies as the other list; its first item is the current one.
     QStrList(const QStrList& other);
     QStrList& operator=(const QStrList& other);
     ~QStrList();
 
+    // Null strings count.
     uint count() const { return uint(m_strings.size()); }
     bool isEmpty() const { return m_strings.isEmpty(); }
 
@@ -50,6 +52,7 @@ public:
     // By bytes, null strings first. The first item becomes the current one.
     void sort();
 
+    // The item at an index, the first and the last one.
     char* at(uint index);
     char* first();
     char* last();
@@ -70,6 +73,7 @@ public:
     // How many items are equal to string.
     uint contains(const char* string) const;
 
+    // Equal strings in the same order; current items and the kind of copies play no part.
     bool operator==(const QStrList& other) const;
     bool operator!=(const QStrList& other) const { return !(*this == other); }
 
@@ -100,10 +104,13 @@ private:
 class SKINWIDGETS_EXPORT QStrListIterator
 {
 public:
+    // Stands on the first item. The list must outlive the iterator.
     explicit QStrListIterator(const QStrList& list);
 
+    // Of the list as it is now.
     uint count() const { return m_list->count(); }
     bool isEmpty() const { return m_list->isEmpty(); }
+    // Whether the iterator stands on the first or last item; false for an empty list.
     bool atFirst() const { return m_index == 0 && !isEmpty(); }
     bool atLast() const { return m_index == m_list->lastIndex() && !isEmpty(); }
 
@@ -115,6 +122,7 @@ public:
     char* operator+=(uint steps);
     char* operator-=(uint steps);
 
+    // The string that the iterator stands on, null where there is none.
     char* current() const { return m_list->text(m_index); }
     char* operator*() const { return current(); }
     operator char*() const { return current(); }

@@ -39,6 +39,7 @@ class SKINWIDGETS_EXPORT ToolkitLabel : public ToolkitWidget<QLabel>
     Q_PROPERTY(int indent READ indent WRITE setIndent)
 
 public:
+    // An empty label without an automatic mask.
     explicit ToolkitLabel(QWidget* parent = nullptr, const char* name = nullptr, WFlags f = 0);
     ~ToolkitLabel() override;
 
@@ -56,6 +57,7 @@ public:
     void updateMask() override;
 
 public slots:
+    // As QLabel's slots of the same names: contents of one kind take the place of the others.
     virtual void setText(const QString& text);
     virtual void setPixmap(const QPixmap& pixmap);
     virtual void setPicture(const QPicture& picture);

@@ -42,6 +42,7 @@ public:
         m_name = Base::objectName().toLatin1();
         return m_name.constData();
     }
+    // Read as Latin-1; null gives an empty name.
     virtual void setName(const char* name) { Base::setObjectName(QString::fromLatin1(name)); }
 
     // The widget flags of the old interface that this widget has.
@@ -56,6 +57,7 @@ public:
         m_mode = FixedPixmap;
         backgroundPixmapChange(old);
     }
+    // Where the background picture begins; repaints.
     virtual void setBackgroundOrigin(BackgroundOrigin origin)
     {
         if (m_origin == origin)
@@ -86,6 +88,7 @@ public:
         else
             Base::clearMask();
     }
+    // A hook: computes the mask of a widget with an automatic one. Does nothing by default.
     virtual void updateMask() {}
 
     // The widget consists of the set bits of the bitmap, which has its size; clicks elsewhere fall through to what lies
@@ -96,6 +99,7 @@ public:
         const QRegion region = bitmap.isNull() ? QRegion() : QRegion(bitmap);
         Base::setMask(region.isEmpty() ? noPixels() : region);
     }
+    // Widget coordinates; empty without a mask, and where no pixel is left.
     QRegion mask() const
     {
         const QRegion region = Base::mask();
@@ -114,9 +118,12 @@ public:
     {
         Base::repaint(x, y, w < 0 ? Base::width() - x : w, h < 0 ? Base::height() - y : h);
     }
+    // The same for a rectangle in widget coordinates.
     void repaint(const QRect& rect, bool erase) { repaint(rect.x(), rect.y(), rect.width(), rect.height(), erase); }
 
     using Base::setFocus;
+    // QWidget's operations, virtual as they were. resize() and setGeometry() update an automatic mask at once, of a
+    // hidden widget too.
     virtual void setFocus() { Base::setFocus(); }
     virtual void setEnabled(bool enable) { Base::setEnabled(enable); }
     virtual void setFont(const QFont& font) { Base::setFont(font); }
@@ -136,6 +143,8 @@ public:
     void setGeometry(int x, int y, int w, int h) { setGeometry(QRect(x, y, w, h)); }
 
 protected:
+    // Hooks: the background picture is another one than the old one now (repaints), the style has changed (does
+    // nothing, and gets the new style), the widget is prepared for being shown (does nothing).
     virtual void backgroundPixmapChange(const QPixmap& /*old*/) { Base::update(); }
     virtual void styleChange(QStyle& /*old*/) {}
     virtual void polish() {}
@@ -147,6 +156,7 @@ protected:
             updateMask();
     }
 
+    // Adds widget flags and what they mean.
     void setWFlags(WFlags f)
     {
         m_flags |= f;

@@ -14,6 +14,7 @@ class QWidget;
 class SKINWIDGETS_EXPORT WidgetBackground
 {
 public:
+    // What the widget is erased with: a colour, the background picture, nothing, or what its palette says.
     enum BackgroundMode { FixedColor, FixedPixmap, NoBackground, PaletteBackground };
     // Where the top-left corner of the background picture lies. With AncestorOrigin it is where the parent's lies.
     enum BackgroundOrigin { WidgetOrigin, ParentOrigin, WindowOrigin, AncestorOrigin };
@@ -29,6 +30,7 @@ protected:
     WidgetBackground() = default;
     Q_DISABLE_COPY(WidgetBackground)
 
+    // What the operations of the same names return; a null pixmap is no picture.
     QPixmap m_pixmap;
     BackgroundMode m_mode = PaletteBackground;
     BackgroundOrigin m_origin = WidgetOrigin;

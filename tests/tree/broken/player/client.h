@@ -1,0 +1,1 @@
+#include "skinbase/secret.h"

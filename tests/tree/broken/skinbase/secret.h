@@ -1,0 +1,1 @@
+// Nobody outside of its folder should see this.
