@@ -1,5 +1,6 @@
 #include "player/mediabackend.h"
 #include "player/messagefilter.h"
+#include "player/ordersettings.h"
 #include "player/playerwindow.h"
 #include "player/playlist/playlistkeeper.h"
 #include "player/screenshot.h"
@@ -87,6 +88,7 @@ Options readOptions(const QCoreApplication& application)
                        "  Page Down, Shift+Right   seek 10 seconds forwards\n"
                        "  Up, Down                 louder, softer\n"
                        "  M                        mute\n"
+                       "  S, R                     shuffle, repeat\n"
                        "  B, Insert                set a bookmark, up to ten in a file\n"
                        "  Delete, Backspace        remove the nearest bookmark, with Shift all of the file\n"
                        "  P                        playlist\n"
@@ -209,6 +211,7 @@ int main(int argc, char** argv)
         complain(problem);
         return Failed;
     }
+    const OrderSettings order(window.playback(), OrderSettings::standardFile());
     if (!Playback::hasSoundDevice())
         complain(QStringLiteral("no sound device found, playing silently"));
 
@@ -217,9 +220,8 @@ int main(int argc, char** argv)
     else if (options.screen == playlistScreen)
         window.showPlaylist();
     // Tags and lengths are known by the time that the file plays.
-    const qint64 earliest = options.screen == playingScreen ? 0 : 1;
     if (!options.screenshot.isEmpty())
-        takeScreenshotAt(std::max(options.position, earliest), window, options.screenshot);
+        takeScreenshotAt(std::max<qint64>(options.position, 1), window, options.screenshot);
     if (options.quitAfter >= 0) {
         const auto delay = std::chrono::milliseconds(qRound64(1000 * options.quitAfter));
         QTimer::singleShot(delay, &application, &QCoreApplication::quit);

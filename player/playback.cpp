@@ -40,6 +40,9 @@ Playback::Playback(QObject* parent) : QObject(parent)
     m_retireTimer.setSingleShot(true);
     connect(&m_retireTimer, &QTimer::timeout, this, &Playback::releaseRetired);
 
+    connect(&m_playlist, &Playlist::replaced, this, [this] { m_order.reset(m_playlist.count()); });
+    connect(&m_playlist, &Playlist::appended, this, [this](int, int count) { m_order.append(count); });
+    connect(&m_playlist, &Playlist::removed, this, [this](const QList<int>& gone) { m_order.remove(gone); });
     connect(&m_playlist, &Playlist::replaced, this, &Playback::entriesReplaced);
     connect(&m_playlist, &Playlist::removed, this, &Playback::entriesRemoved);
     // By then everybody else knows the new indexes.
@@ -210,8 +213,27 @@ void Playback::setVolume(int volume)
 
 void Playback::setMuted(bool muted)
 {
+    if (m_muted == muted)
+        return;
     m_muted = muted;
     m_player->audioOutput()->setMuted(muted);
+    emit mutedChanged(muted);
+}
+
+void Playback::setShuffled(bool shuffled)
+{
+    if (isShuffled() == shuffled)
+        return;
+    m_order.setShuffled(shuffled);
+    emit shuffledChanged(shuffled);
+}
+
+void Playback::setRepeated(bool repeated)
+{
+    if (isRepeated() == repeated)
+        return;
+    m_order.setRepeated(repeated);
+    emit repeatedChanged(repeated);
 }
 
 void Playback::seekToStart()
@@ -225,32 +247,20 @@ void Playback::step(Direction direction)
 {
     if (m_playlist.count() < 2)
         return;
-    m_direction = direction;
-    m_triesLeft = m_playlist.count() - 1;
-    load(entryInDirection());
+    setDirection(direction);
+    loadNeighbour();
 }
 
-// -1 where nothing is to follow.
-int Playback::entryInDirection() const
+void Playback::loadNeighbour()
 {
-    const int count = m_playlist.count();
-    switch (m_direction) {
-    case Forwards:
-        return (m_current + 1) % count;
-    case Backwards:
-        // Without a current file the last one comes.
-        return (std::max(m_current, 0) + count - 1) % count;
-    case Onwards:
-        break;
-    }
-    return m_playlist.contains(m_current + 1) ? m_current + 1 : -1;
+    load(m_direction == Backwards ? m_order.previous() : m_order.next());
 }
 
 void Playback::start(StartMode mode, qint64 position)
 {
     const bool wasPlaying = m_playing;
     m_playing = true;
-    m_direction = Onwards;
+    setDirection(Onwards);
     const QPointer<Playback> self(this);
     if (mode == Reload)
         load(m_current, position);
@@ -263,6 +273,7 @@ void Playback::start(StartMode mode, qint64 position)
 void Playback::load(int index, qint64 position)
 {
     m_current = index;
+    m_order.setCurrent(index);
     m_leaveTimer.stop();
     m_awaitsMore = false;
     // The backend stalls where its source changes while it still loads, and takes a second to let go of one that
@@ -281,6 +292,7 @@ void Playback::load(int index, qint64 position)
 void Playback::unload()
 {
     const bool wasLoaded = std::exchange(m_current, -1) >= 0;
+    m_order.setCurrent(-1);
     const bool wasPlaying = std::exchange(m_playing, false);
     m_leaveTimer.stop();
     m_awaitsMore = false;
@@ -348,32 +360,50 @@ void Playback::leaveFailedFile()
     // A receiver may have opened something else, which clears the failure or asks for this function again.
     if (!self || !m_failed || m_leaveTimer.isActive())
         return;
-    if (m_direction == Onwards) {
-        goOn();
-    } else if (m_triesLeft > 0) {
-        --m_triesLeft;
-        load(entryInDirection());
-    } else {
+    ++m_failedInTurn;
+    if (triedAll())
         stop();
-    }
+    else if (m_direction == Onwards)
+        goOn();
+    else
+        loadNeighbour();
 }
 
 void Playback::leaveFinishedFile()
 {
-    m_direction = Onwards;
+    setDirection(Onwards);
     goOn();
 }
 
-// To the end of the list and no further, so that a list without a playable file comes to an end.
+void Playback::setDirection(Direction direction)
+{
+    m_direction = direction;
+    m_failedInTurn = 0;
+}
+
+// Steps go around the list, and so does a list that is repeated: then there is no end that ends the trying.
+bool Playback::triedAll() const
+{
+    const bool isEndless = m_direction != Onwards || (isRepeated() && !m_playlist.isGrowing());
+    return isEndless && m_failedInTurn >= m_playlist.count();
+}
+
 void Playback::goOn()
 {
-    const int next = entryInDirection();
-    if (next >= 0)
+    const bool awaitsMore = m_order.isAtEnd() && m_playlist.isGrowing();
+    const int next = awaitsMore ? -1 : m_order.advance();
+    if (next >= 0) {
         load(next);
-    else if (m_playlist.isGrowing())
-        m_awaitsMore = true;
-    else
-        stop();
+        return;
+    }
+    m_awaitsMore = awaitsMore;
+    if (awaitsMore)
+        return;
+    const QPointer<Playback> self(this);
+    const bool hasFailed = m_failed;
+    stop();
+    if (self && !hasFailed)
+        emit finished();
 }
 
 void Playback::takeMore()
@@ -405,13 +435,23 @@ void Playback::leaveRemoved()
         unload();
         return;
     }
-    m_direction = Onwards;
-    const bool wasLast = !m_playlist.contains(m_current);
-    const bool stops = wasLast && std::exchange(m_playing, false);
+    setDirection(Onwards);
+    const int next = entryInsteadOfRemoved();
+    const bool stops = next < 0 && std::exchange(m_playing, false);
     const QPointer<Playback> self(this);
-    load(wasLast ? m_playlist.count() - 1 : m_current);
+    load(next < 0 ? m_playlist.count() - 1 : next);
     if (self && stops && !m_playing)
         emit playingChanged(false);
+}
+
+// -1 behind the last one.
+int Playback::entryInsteadOfRemoved()
+{
+    if (isShuffled())
+        return m_order.advance();
+    if (m_playlist.contains(m_current))
+        return m_current;
+    return isRepeated() ? 0 : -1;
 }
 
 void Playback::storeDuration(qint64 duration)

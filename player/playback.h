@@ -2,6 +2,7 @@
 #define SKINWIDGETS_PLAYER_PLAYBACK_H
 
 #include "player/playlist/playlist.h"
+#include "player/playorder.h"
 
 #include <QAudioOutput>
 #include <QMediaMetaData>
@@ -17,13 +18,14 @@
  * Plays the files of its playlist one after the other. Times are milliseconds. The volume is 0 to 100 in steps that
  * sound alike, as loudness is heard.
  *
- * At the end of a file the next one plays; after the last one playback stops there, rewound. A file that cannot be
- * played is reported once each time it is tried and passed over: forwards to the end of the list, or, when the user
- * stepped on to it, in the direction of the step once around the list. When no file is left to try, playback stops. At
- * the end of a list that is still growing it waits for more.
+ * At the end of a file the next one plays, as they stand in the playlist or shuffled as PlayOrder does it; after the
+ * last one the list begins anew where it is repeated, else playback stops there, rewound. A file that cannot be played
+ * is reported once each time it is tried and passed over: forwards to the end of the list, or, when the user stepped on
+ * to it, in the direction of the step; where the list has no end, no more in turn than it has entries. When no file is
+ * left to try, playback stops. At the end of a list that is still growing it waits for more.
  *
- * When the current entry is removed from the playlist, the one that takes its place goes on in its stead; behind the
- * last one playback stops.
+ * When the current entry is removed from the playlist, the one that takes its place goes on in its stead, or the next
+ * one where the list is shuffled; behind the last one playback stops.
  */
 class Playback : public QObject
 {
@@ -60,6 +62,8 @@ public:
     QMediaMetaData metaData() const;
     int volume() const { return m_volume; }
     bool isMuted() const { return m_muted; }
+    bool isShuffled() const { return m_order.isShuffled(); }
+    bool isRepeated() const { return m_order.isRepeated(); }
     // Of the file that plays now; every file has an output of its own. Never null.
     const QAudioOutput* output() const { return m_player->audioOutput(); }
 
@@ -69,7 +73,8 @@ public slots:
     void pause();
     // Stops and rewinds the current file.
     void stop();
-    // Step to a neighbour in the list, around its ends; what was playing goes on playing there.
+    // Step to a neighbour in the list, around its ends, or in the shuffled order; what was playing goes on playing
+    // there.
     void next();
     void previous();
     // Clamped to the file's length; ignored where the file cannot be searched.
@@ -78,6 +83,9 @@ public slots:
     void setVolume(int volume);
     // Keeps the volume.
     void setMuted(bool muted);
+    // Neither changes what plays now.
+    void setShuffled(bool shuffled);
+    void setRepeated(bool repeated);
 
 signals:
     void playingChanged(bool playing);
@@ -87,6 +95,11 @@ signals:
     void durationChanged(qint64 duration);
     void seekableChanged(bool seekable);
     void volumeChanged(int volume);
+    void mutedChanged(bool muted);
+    void shuffledChanged(bool shuffled);
+    void repeatedChanged(bool repeated);
+    // The last file of the list has ended, and playback has stopped.
+    void finished();
     // May come several times for one file, with more each time.
     void metaDataChanged();
     // Emitted before the next file is tried.
@@ -105,7 +118,8 @@ private:
     void loadSource();
     void unload();
     void step(Direction direction);
-    int entryInDirection() const;
+    void loadNeighbour();
+    int entryInsteadOfRemoved();
     void fail(const QString& reason);
     void seekToStart();
     void mediaStatusChanged(QMediaPlayer::MediaStatus status);
@@ -113,6 +127,8 @@ private:
     void leaveFailedFile();
     void leaveFinishedFile();
     void goOn();
+    void setDirection(Direction direction);
+    bool triedAll() const;
     void setPlaying(bool playing);
 
     void entriesReplaced();
@@ -123,6 +139,7 @@ private:
 
     Playlist m_playlist;
     int m_current = -1;
+    PlayOrder m_order;
     bool m_playing = false;
     int m_volume = 100;
     bool m_muted = false;
@@ -130,9 +147,9 @@ private:
     qint64 m_startPosition = 0;
     bool m_failed = false;
     QString m_failure;
-    // Where to go from a file that fails; where the user stepped to it, so many more times.
+    // Where to go from a file that fails, and how many have failed in turn.
     Direction m_direction = Onwards;
-    int m_triesLeft = 0;
+    int m_failedInTurn = 0;
     // At the end of a list that is still growing.
     bool m_awaitsMore = false;
     // The current entry has been removed, and the one in its place is not loaded yet.

@@ -178,7 +178,9 @@ void PlayerWindow::fileFailed(const QString& file, const QString& reason)
         m_reportedFiles.insert(file);
         std::fprintf(stderr, "skinplayer: cannot play %s: %s\n", qPrintable(file), qPrintable(reason));
     }
-    setNotice(tr("cannot play %1").arg(QFileInfo(file).fileName()));
+    const QString name = QFileInfo(file).fileName();
+    setNotice(tr("cannot play %1").arg(name));
+    m_playing->showMessage(tr("Cannot play %1: %2").arg(name, reason));
 }
 
 void PlayerWindow::dialogClosed()
@@ -189,6 +191,7 @@ void PlayerWindow::dialogClosed()
 void PlayerWindow::setNotice(const QString& notice)
 {
     m_notice = notice;
+    m_playing->showMessage(notice);
     m_playlist->showMessage(notice);
     updateTitle();
 }

@@ -59,7 +59,8 @@ public slots:
     void chooseSaveFile();
     void showDetails();
     void showPlaylist();
-    // Tells something in the title and on the playlist screen until the user does something.
+    // Tells something in the title and on the screens: until the user does something, on the playing screen for a
+    // while.
     void setNotice(const QString& notice);
 
 protected:

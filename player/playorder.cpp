@@ -89,11 +89,16 @@ void PlayOrder::setCurrent(int entry)
     m_current = entry;
 }
 
+bool PlayOrder::isAtEnd() const
+{
+    if (m_isShuffled)
+        return m_remaining.isEmpty() && m_place + 1 >= m_history.size();
+    return m_current + 1 >= m_count;
+}
+
 int PlayOrder::advance()
 {
-    const bool isAtEnd =
-        m_isShuffled ? m_remaining.isEmpty() && m_place + 1 >= m_history.size() : m_current + 1 >= m_count;
-    return isAtEnd && !m_isRepeated ? -1 : next();
+    return isAtEnd() && !m_isRepeated ? -1 : next();
 }
 
 int PlayOrder::next()

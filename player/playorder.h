@@ -37,6 +37,9 @@ public:
     // Ignored where it is current already; one outside makes that there is none.
     void setCurrent(int entry);
 
+    // Whether the list or the round has been played, so that advance() would begin anew or end.
+    bool isAtEnd() const;
+
     // Each goes to another entry and returns its number, or -1 where there is none to go to and nothing changes.
     //
     // What plays when the current one has ended: -1 at the end, unless it is repeated.

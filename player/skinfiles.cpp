@@ -55,3 +55,9 @@ QRect skinfiles::rect(const Config& group, const QString& key)
     return {point(group, key),
             QSize(number(group, key + QLatin1String("_width"), 0), number(group, key + QLatin1String("_height"), 0))};
 }
+
+QColor skinfiles::color(const Config& group, const QString& key, const QColor& fallback)
+{
+    const QColor read(group.readEntry(key));
+    return read.isValid() ? read : fallback;
+}

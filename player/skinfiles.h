@@ -3,6 +3,7 @@
 
 #include "qtopia/config.h"
 
+#include <QColor>
 #include <QRect>
 #include <QString>
 #include <QStringList>
@@ -26,6 +27,9 @@ Config group(const QWidget* widget, const QString& name);
 // place can be; 0 or less is an empty side.
 QPoint point(const Config& group, const QString& key);
 QRect rect(const Config& group, const QString& key);
+
+// The colour that a key names, as #rrggbb or by its name; where it names none, the other one.
+QColor color(const Config& group, const QString& key, const QColor& fallback);
 
 } // namespace skinfiles
 

@@ -11,19 +11,13 @@
 namespace
 {
 
-QColor color(const Config& group, const QString& key, const QColor& fallback)
-{
-    const QColor read(group.readEntry(key));
-    return read.isValid() ? read : fallback;
-}
-
 DetailsPage::Look lookFrom(const Config& group, const QWidget* widget)
 {
     DetailsPage::Look look;
-    look.title = color(group, QStringLiteral("title_color"), look.title);
-    look.text = color(group, QStringLiteral("text_color"), look.text);
-    look.label = color(group, QStringLiteral("label_color"), look.label);
-    look.accent = color(group, QStringLiteral("accent_color"), look.accent);
+    look.title = skinfiles::color(group, QStringLiteral("title_color"), look.title);
+    look.text = skinfiles::color(group, QStringLiteral("text_color"), look.text);
+    look.label = skinfiles::color(group, QStringLiteral("label_color"), look.label);
+    look.accent = skinfiles::color(group, QStringLiteral("accent_color"), look.accent);
     look.font = widget->font();
     const QString cover = group.readEntry(QStringLiteral("cover"));
     const QSize size(DetailsPage::coverSide, DetailsPage::coverSide);
@@ -67,7 +61,8 @@ void DetailsScreen::createTitle()
     font.setBold(true);
     title->setFont(font);
     QPalette palette = title->palette();
-    palette.setColor(QPalette::WindowText, color(group, QStringLiteral("title_color"), DetailsPage::Look().title));
+    palette.setColor(QPalette::WindowText,
+                     skinfiles::color(group, QStringLiteral("title_color"), DetailsPage::Look().title));
     title->setPalette(palette);
 }
 

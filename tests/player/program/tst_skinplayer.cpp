@@ -74,7 +74,7 @@ void TestSkinplayer::helpNamesEveryOption()
          {"--skin", "--screenshot", "--quit-after", "--position", "--screen", "--version", "[files...]"})
         QVERIFY2(result.out.contains(option), option);
     for (const char* key : {"Left, Right, Return", "Page Up, Shift+Left", "Page Down, Shift+Right", "Up, Down", "  M ",
-                            "B, Insert", "Delete, Backspace", "  I ", "Escape", "Home, End"})
+                            "  S, R ", "B, Insert", "Delete, Backspace", "  I ", "Escape", "Home, End"})
         QVERIFY2(result.out.contains(key), key);
 }
 
