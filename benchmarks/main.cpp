@@ -22,9 +22,13 @@ class Reporter : public benchmark::ConsoleReporter
 public:
     void ReportRuns(const std::vector<Run>& runs) override
     {
-        for (const Run& run : runs)
-            if (!run.error_occurred && run.aggregate_name == "median")
-                m_medians[run.run_name.function_name] = run.GetAdjustedRealTime();
+        for (const Run& run : runs) {
+            if (run.error_occurred || run.aggregate_name != "median")
+                continue;
+            m_medians[run.run_name.function_name] = run.GetAdjustedRealTime();
+            for (const auto& [name, counter] : run.counters)
+                m_medians[run.run_name.function_name + name] = counter.value;
+        }
         ConsoleReporter::ReportRuns(runs);
     }
 
@@ -33,8 +37,8 @@ public:
         std::printf("\n%-44s %14s %14s %8s %8s\n", "Comparison (medians, one run)", "ours [us]", "other [us]", "ratio",
                     "limit");
         for (const Comparison& one : comparisons()) {
-            const auto ours = m_medians.find(one.ours);
-            const auto theirs = m_medians.find(one.theirs);
+            const auto ours = m_medians.find(one.ours + one.counter);
+            const auto theirs = m_medians.find(one.theirs + one.counter);
             if (ours == m_medians.end() || theirs == m_medians.end())
                 continue;
             const double ratio = ours->second / theirs->second;
