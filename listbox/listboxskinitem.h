@@ -74,6 +74,17 @@ protected:
     // Not painted whole since its last change.
     unsigned int dirty : 1;
     unsigned int custom_highlight : 1;
+
+private:
+    // In the same word as the flags above, as every word counts a million times.
+    // In a chain: place.chunk is valid, else place.box.
+    unsigned int chained : 1;
+    // Being inserted by its own constructor.
+    unsigned int constructing : 1;
+    // Some list box has an entry about whether it is selectable.
+    unsigned int hasEntry : 1;
+
+protected:
     // Not used by the item.
     int x = 42;
     int y = 42;
@@ -84,12 +95,6 @@ private:
     friend class skinwidgets::ItemChain;
     Q_DISABLE_COPY(ListBoxSkinItem)
 
-    // In a chain: place.chunk is valid, else place.box. One word less in each of a million items.
-    unsigned int chained : 1;
-    // Being inserted by its own constructor.
-    unsigned int constructing : 1;
-    // Some list box has an entry about whether it is selectable.
-    unsigned int hasEntry : 1;
     // The width that the chain measured last; -1 unknown. Stands here because there is room.
     int measuredWidth = -1;
     ListBoxSkinItem* p = nullptr;
