@@ -119,13 +119,15 @@ void ItemChain::splitChunk(int slot)
     const auto middle = from.begin() + std::ptrdiff_t(from.size() / 2);
     other.chunk->items.assign(middle, from.end());
     from.erase(middle, from.end());
+    int selected = 0;
     for (ListBoxSkinItem* item : other.chunk->items) {
         item->place.chunk = other.chunk.get();
-        other.selected += item->s;
+        selected += int(item->s);
     }
+    setSelectedIn(*full.chunk, full.chunk->selected - selected);
+    setSelectedIn(*other.chunk, selected);
     other.count = int(other.chunk->items.size());
     full.count = int(from.size());
-    full.selected -= other.selected;
     // The known widths are of the measurement that the chunk had.
     other.chunk->measurement = full.chunk->measurement;
     chunkChanged(*full.chunk);
@@ -181,8 +183,7 @@ void ItemChain::insert(ListBoxSkinItem* item, int index)
     item->place.chunk = &chunk;
     item->chained = true;
     item->measuredWidth = -1;
-    entry.selected += item->s;
-    m_selected += item->s;
+    setSelectedIn(chunk, chunk.selected + int(item->s));
     startsChangedAfter(spot.slot);
     chunkChanged(chunk);
 }
@@ -198,8 +199,7 @@ void ItemChain::remove(ListBoxSkinItem* item)
     --entry.count;
     --m_count;
     ++m_version;
-    entry.selected -= item->s;
-    m_selected -= item->s;
+    setSelectedIn(chunk, chunk.selected - int(item->s));
     item->chained = false;
     item->place.box = m_box;
     startsChangedAfter(chunk.slot);
@@ -228,6 +228,7 @@ void ItemChain::deleteAll()
     m_last = nullptr;
     m_count = 0;
     m_selected = 0;
+    m_selectedChunks.clear();
     m_sizesKnown = false;
     ++m_version;
 
@@ -271,6 +272,7 @@ void ItemChain::abandon()
     m_last = nullptr;
     m_count = 0;
     m_selected = 0;
+    m_selectedChunks.clear();
 }
 
 void ItemChain::sort(bool ascending)
@@ -291,16 +293,17 @@ void ItemChain::sort(bool ascending)
     ++m_version;
     auto next = sorted.begin();
     for (Entry& entry : m_entries) {
-        entry.selected = 0;
+        int selected = 0;
         chunkChanged(*entry.chunk);
         for (ListBoxSkinItem*& item : entry.chunk->items) {
             item = (next++)->second;
             item->place.chunk = entry.chunk.get();
             if (!widthsValid)
                 item->measuredWidth = -1;
-            entry.selected += item->s;
+            selected += int(item->s);
             link(item, m_last, nullptr);
         }
+        setSelectedIn(*entry.chunk, selected);
     }
 }
 
@@ -309,10 +312,68 @@ bool ItemChain::select(ListBoxSkinItem* item, bool selected)
     if (item->s == unsigned(selected))
         return false;
     item->s = selected;
-    const int change = selected ? 1 : -1;
-    m_entries[size_t(item->place.chunk->slot)].selected += change;
-    m_selected += change;
+    ItemChunk& chunk = *item->place.chunk;
+    setSelectedIn(chunk, chunk.selected + (selected ? 1 : -1));
     return true;
+}
+
+void ItemChain::setSelectedIn(ItemChunk& chunk, int selected)
+{
+    m_selected += selected - chunk.selected;
+    chunk.selected = selected;
+    const bool listed = chunk.selectedPlace >= 0;
+    if (listed == (selected > 0))
+        return;
+    if (!listed) {
+        chunk.selectedPlace = int(m_selectedChunks.size());
+        m_selectedChunks.push_back(&chunk);
+        return;
+    }
+    // The last one takes its place.
+    m_selectedChunks.back()->selectedPlace = chunk.selectedPlace;
+    m_selectedChunks[size_t(chunk.selectedPlace)] = m_selectedChunks.back();
+    m_selectedChunks.pop_back();
+    chunk.selectedPlace = -1;
+}
+
+template <class Wanted>
+void ItemChain::selectIn(ItemChunk& chunk, const Wanted& wanted)
+{
+    int selected = 0;
+    for (ListBoxSkinItem* item : chunk.items) {
+        if (!item->hasEntry || item->isSelectable()) {
+            const bool before = item->s;
+            const bool after = wanted(before);
+            item->s = after;
+            item->dirty |= unsigned(before != after);
+        }
+        selected += int(item->s);
+    }
+    setSelectedIn(chunk, selected);
+}
+
+void ItemChain::selectAll(bool selected)
+{
+    if (!selected) {
+        const std::vector<ItemChunk*> chunks = m_selectedChunks;
+        for (ItemChunk* chunk : chunks)
+            selectIn(*chunk, [](bool) { return false; });
+        return;
+    }
+    for (const Entry& entry : m_entries)
+        if (entry.chunk->selected != entry.count)
+            selectIn(*entry.chunk, [](bool) { return true; });
+}
+
+void ItemChain::invertSelection()
+{
+    for (const Entry& entry : m_entries)
+        selectIn(*entry.chunk, [](bool before) { return !before; });
+}
+
+bool ItemChain::isSelected(const ListBoxSkinItem* item)
+{
+    return item->s;
 }
 
 int ItemChain::nextSelected(int index) const
@@ -323,7 +384,7 @@ int ItemChain::nextSelected(int index) const
     Spot spot = spotOf(index);
     for (; spot.slot < int(m_entries.size()); ++spot.slot, spot.offset = 0) {
         const Entry& entry = m_entries[size_t(spot.slot)];
-        if (entry.selected == 0)
+        if (entry.chunk->selected == 0)
             continue;
         for (; spot.offset < entry.count; ++spot.offset)
             if (entry.chunk->items[size_t(spot.offset)]->s)

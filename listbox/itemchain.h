@@ -39,6 +39,9 @@ struct ItemChunk {
     int widest = 0;
     int lowest = 0;
     int highest = 0;
+    // How many items are selected, and where the chunk stands among those with selected items; -1 nowhere.
+    int selected = 0;
+    int selectedPlace = -1;
     // One for each item; empty while all are as high as the lowest.
     std::vector<int> heights;
     std::vector<ListBoxSkinItem*> items;
@@ -87,8 +90,14 @@ public:
     int selectedCount() const { return m_selected; }
     // True where that was a change.
     bool select(ListBoxSkinItem* item, bool selected);
+    // All items that can be selected; those that change are to be painted.
+    void selectAll(bool selected);
+    void invertSelection();
     // The first selected item at or after the index; -1 for none.
     int nextSelected(int index) const;
+    // Calls visit(item, index) for all selected items, in any order. It may deselect the item.
+    template <class Visit>
+    void visitSelected(const Visit& visit) const;
 
     // Measures what needs it. False where an item that was asked changed the chain.
     bool measure();
@@ -105,7 +114,6 @@ private:
         std::unique_ptr<ItemChunk> chunk;
         int start = 0;
         int count = 0;
-        int selected = 0;
     };
 
     // Items found together with their chunk.
@@ -122,9 +130,13 @@ private:
     Spot makeRoom(Spot spot);
     void splitChunk(int slot);
     void link(ListBoxSkinItem* item, ListBoxSkinItem* before, ListBoxSkinItem* after);
+    void setSelectedIn(ItemChunk& chunk, int selected);
+    template <class Wanted>
+    void selectIn(ItemChunk& chunk, const Wanted& wanted);
     void chunkChanged(ItemChunk& chunk);
     bool measureChunk(ItemChunk& chunk);
     void sumUpSizes();
+    static bool isSelected(const ListBoxSkinItem* item);
     static int widthAt(const ItemChunk& chunk, size_t offset);
 
     ListBoxSkin* m_box;
@@ -132,6 +144,7 @@ private:
     ListBoxSkinItem* m_last = nullptr;
     int m_count = 0;
     int m_selected = 0;
+    std::vector<ItemChunk*> m_selectedChunks;
     unsigned int m_version = 0;
 
     mutable std::vector<Entry> m_entries;
@@ -165,6 +178,19 @@ void ItemChain::visitSizes(int items, const Visit& visit) const
                 return;
             visit(widthAt(chunk, i), chunk.heights.empty() ? chunk.lowest : chunk.heights[i]);
         }
+    }
+}
+
+template <class Visit>
+void ItemChain::visitSelected(const Visit& visit) const
+{
+    bringStartsUpToDate();
+    const std::vector<ItemChunk*> chunks = m_selectedChunks;
+    for (const ItemChunk* chunk : chunks) {
+        const int start = m_entries[size_t(chunk->slot)].start;
+        for (size_t i = 0; i < chunk->items.size() && chunk->selected > 0; ++i)
+            if (isSelected(chunk->items[i]))
+                visit(chunk->items[i], start + int(i));
     }
 }
 

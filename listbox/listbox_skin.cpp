@@ -1098,11 +1098,15 @@ void ListBoxSkin::selectAll(bool select)
     }
     const QPointer<ListBoxSkin> self(this);
     const bool blocked = blockSignals(true);
-    if (mayOverrideSetSelected()) {
+    if (!mayOverrideSetSelected()) {
+        d->chain.selectAll(select);
+        d->startUpdateTimer();
+    } else if (select) {
         for (int i = 0; self && i < d->chain.count(); ++i)
-            setSelected(i, select);
+            setSelected(i, true);
     } else {
-        d->selectEach([select](const ListBoxSkinItem*) { return select; });
+        for (int i = d->chain.nextSelected(0); self && i >= 0; i = self ? d->chain.nextSelected(i + 1) : -1)
+            setSelected(i, false);
     }
     if (!self)
         return;
@@ -1120,7 +1124,8 @@ void ListBoxSkin::invertSelection()
         for (int i = 0; self && i < d->chain.count(); ++i)
             setSelected(i, !isSelected(i));
     } else {
-        d->selectEach([](const ListBoxSkinItem* item) { return !item->s; });
+        d->chain.invertSelection();
+        d->startUpdateTimer();
     }
     if (!self)
         return;
@@ -1578,9 +1583,10 @@ void ListBoxSkin::selectCells(const QRect& cells, bool select, bool alone)
 {
     bool changed = false;
     if (alone) {
-        for (int i = d->chain.nextSelected(0); i >= 0; i = d->chain.nextSelected(i + 1))
-            if (!cells.contains(d->cellOf(i)))
-                changed |= d->setSelected(d->chain.at(i), false);
+        d->chain.visitSelected([&](ListBoxSkinItem* item, int index) {
+            if (!cells.contains(d->cellOf(index)))
+                changed |= d->setSelected(item, false);
+        });
     }
     changed |= d->selectCells(cells, select);
     if (changed)

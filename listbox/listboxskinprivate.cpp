@@ -198,20 +198,17 @@ bool ListBoxSkinPrivate::setSelected(ListBoxSkinItem* item, bool selected)
 bool ListBoxSkinPrivate::deselectAll()
 {
     const bool any = chain.selectedCount() > 0;
-    for (int i = chain.nextSelected(0); i >= 0; i = chain.nextSelected(i + 1))
-        setSelected(chain.at(i), false);
+    chain.visitSelected([this](ListBoxSkinItem* item, int) { setSelected(item, false); });
     return any;
 }
 
 bool ListBoxSkinPrivate::deselectOutside(int first, int last)
 {
     bool changed = false;
-    for (int i = chain.nextSelected(0); i >= 0; i = chain.nextSelected(i + 1)) {
-        if (i < first || i > last)
-            changed |= setSelected(chain.at(i), false);
-        else
-            i = last;
-    }
+    chain.visitSelected([&](ListBoxSkinItem* item, int index) {
+        if (index < first || index > last)
+            changed |= setSelected(item, false);
+    });
     return changed;
 }
 

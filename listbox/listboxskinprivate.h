@@ -78,10 +78,6 @@ public:
     bool deselectOutside(int first, int last);
     // Those in the cells that can be selected, or all, when deselecting.
     bool selectCells(const QRect& cells, bool select);
-    // Gives every item that can be selected the state that wanted(item) returns.
-    template <class Wanted>
-    void selectEach(const Wanted& wanted);
-
     // Type-ahead: the text is added to what has been typed.
     void findItemByName(const QString& text);
 
@@ -173,14 +169,6 @@ public:
     // The current item while there is none during the rubber band.
     ListBoxSkinItem* currentBeforeRubber = nullptr;
 };
-
-template <class Wanted>
-void ListBoxSkinPrivate::selectEach(const Wanted& wanted)
-{
-    for (ListBoxSkinItem* item = chain.head(); item; item = item->n)
-        if (!item->hasEntry || item->isSelectable())
-            setSelected(item, wanted(item));
-}
 
 // Holds an item while receivers of signals run; null once the item has left its list box.
 class ItemWatch
