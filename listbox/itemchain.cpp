@@ -346,6 +346,7 @@ void ItemChain::selectIn(ItemChunk& chunk, const Wanted& wanted)
             const bool after = wanted(before);
             item->s = after;
             item->dirty |= unsigned(before != after);
+            item->paintedAcross &= unsigned(before == after);
         }
         selected += int(item->s);
     }

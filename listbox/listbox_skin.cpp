@@ -181,6 +181,7 @@ void ListBoxSkin::adopt(ListBoxSkinItem* item, int index)
         item->place.box->d->taken.remove(item);
     d->chain.insert(item, index);
     item->dirty = true;
+    item->paintedAcross = false;
     triggerUpdate(true);
     if (d->current || d->rubber || !hasFocus())
         return;
@@ -474,6 +475,7 @@ void ListBoxSkin::updateItem(ListBoxSkinItem* item)
     if (!item)
         return;
     item->dirty = true;
+    item->paintedAcross = false;
     d->startUpdateTimer();
 }
 
@@ -554,7 +556,7 @@ QRegion ListBoxSkin::dirtyRegion() const
     for (int column = cells.left(); column <= cells.right(); ++column) {
         const ListBoxSkinItem* item = d->itemIn(cells.top(), column);
         for (int row = cells.top(); item && row <= cells.bottom(); ++row, item = item->n)
-            if (item->dirty)
+            if (item->dirty && !item->paintedAcross)
                 region += d->cellRect(row, column).translated(-contentsX(), -contentsY());
     }
     return region & viewport()->rect();
@@ -911,12 +913,25 @@ void ListBoxSkin::paintCells(QPainter& painter, QRegion& rest)
             // An item that paints may change the chain; that brings another paint event.
             if (d->chain.version() != version)
                 return;
-            // One that was painted in part only stays dirty.
-            if (item->dirty && shown == QRegion(cell))
-                item->dirty = false;
+            if (item->dirty)
+                notePainted(item, cell, shown);
             item = item->n;
         }
     }
+}
+
+// One that was painted in part only stays dirty.
+void ListBoxSkin::notePainted(ListBoxSkinItem* item, const QRect& cell, const QRegion& shown) const
+{
+    if (shown == QRegion(cell)) {
+        item->dirty = false;
+        return;
+    }
+    const int left = std::max(cell.left(), 0);
+    const int right = std::min(cell.right(), visibleWidth() - 1);
+    if (cell.width() > visibleWidth() &&
+        shown == QRegion(QRect(QPoint(left, cell.top()), QPoint(right, cell.bottom()))))
+        item->paintedAcross = true;
 }
 
 void ListBoxSkin::showEvent(QShowEvent* event)

@@ -379,6 +379,7 @@ private:
 
     void paintHighlight(QPainter* p, const QSize& cell);
     void paintCells(QPainter& painter, QRegion& rest);
+    void notePainted(ListBoxSkinItem* item, const QRect& cell, const QRegion& shown) const;
 
     bool emitHighlighted(ListBoxSkinItem* item, EmptyTexts emptyTexts);
     void emitCurrentChanged(ListBoxSkinItem* item);

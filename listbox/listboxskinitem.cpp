@@ -34,7 +34,8 @@ ListBoxSkinItem::ListBoxSkinItem(ListBoxSkin* listbox)
       custom_highlight(false),
       chained(false),
       constructing(listbox != nullptr),
-      hasEntry(false)
+      hasEntry(false),
+      paintedAcross(false)
 {
     place.box = nullptr;
     if (listbox)

@@ -83,6 +83,8 @@ private:
     unsigned int constructing : 1;
     // Some list box has an entry about whether it is selectable.
     unsigned int hasEntry : 1;
+    // Of a dirty item, whose cell is too wide to be painted whole, that all that can be seen of it was painted.
+    unsigned int paintedAcross : 1;
 
 protected:
     // Not used by the item.
