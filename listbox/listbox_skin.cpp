@@ -522,8 +522,12 @@ void ListBoxSkin::fitContents() const
     if (single)
         d->columnPos.setEqual(1, 1, std::max(d->columnPosOne, space.width()));
     d->laidOutViewport = space;
+    const QPointer<const ListBoxSkin> self(this);
+    const bool fits = std::exchange(d->fitsContents, true);
     const_cast<ListBoxSkin*>(this)->resizeContents(std::max(d->columnPos.total(), space.width()),
                                                    std::max(d->rowPos.total(), space.height()));
+    if (self)
+        d->fitsContents = fits;
 }
 
 // False where a receiver of the signals of the scroll bars has deleted the list box.
@@ -564,6 +568,11 @@ QRegion ListBoxSkin::dirtyRegion() const
 
 void ListBoxSkin::resizeEvent(QResizeEvent* event)
 {
+    // The frame makes way for a bar that the layout has brought.
+    if (d->fitsContents && event->size() == event->oldSize()) {
+        ScrollViewSkin::resizeEvent(event);
+        return;
+    }
     d->layoutDirty = true;
     // A list box that is being shown, and told its size for that, is laid out before it is painted.
     if (isVisible() || event->oldSize().isValid())

@@ -96,6 +96,8 @@ public:
     bool layoutDirty = true;
     // Items are being measured.
     bool layingOut = false;
+    // The contents are getting the size of the layout.
+    bool fitsContents = false;
     bool mustPaintAll = true;
     // clear() is running; takeItem() does nothing.
     bool clearing = false;
