@@ -361,12 +361,15 @@ void TestListBoxRandom::againstModel_data()
 {
     QTest::addColumn<bool>("focused");
     QTest::addColumn<int>("steps");
+    QTest::addColumn<int>("itemsAtStart");
     QTest::addColumn<int>("mostItems");
     QTest::addColumn<quint32>("seed");
-    QTest::newRow("no focus, few items") << false << 60000 << 12 << 1U;
-    QTest::newRow("no focus, more items") << false << 40000 << 90 << 2U;
-    QTest::newRow("focus, few items") << true << 60000 << 12 << 3U;
-    QTest::newRow("focus, more items") << true << 40000 << 90 << 4U;
+    QTest::newRow("no focus, few items") << false << 60000 << 0 << 12 << 1U;
+    QTest::newRow("no focus, more items") << false << 40000 << 0 << 90 << 2U;
+    QTest::newRow("focus, few items") << true << 60000 << 0 << 12 << 3U;
+    QTest::newRow("focus, more items") << true << 40000 << 0 << 90 << 4U;
+    // Enough for several parts of the index beside the chain.
+    QTest::newRow("many items") << false << 4000 << 1500 << 3000 << 5U;
 }
 
 bool TestListBoxRandom::step(Box& box, Model& model, QRandomGenerator& random)
@@ -430,7 +433,7 @@ bool TestListBoxRandom::step(Box& box, Model& model, QRandomGenerator& random)
         break;
     }
     case 8:
-        if (below(40) == 0) {
+        if (count < 200 && below(40) == 0) {
             box.clear();
             model.clear();
             for (auto& taken : m_taken)
@@ -539,6 +542,7 @@ void TestListBoxRandom::againstModel()
 {
     QFETCH(bool, focused);
     QFETCH(int, steps);
+    QFETCH(int, itemsAtStart);
     QFETCH(int, mostItems);
     QFETCH(quint32, seed);
     Box box;
@@ -550,6 +554,11 @@ void TestListBoxRandom::againstModel()
         model.focused = true;
     }
     QRandomGenerator random(seed);
+    for (int i = 0; i < itemsAtStart; ++i) {
+        const QString text = QString::number(i);
+        box.insertItem(text, i / 2);
+        model.insert(i / 2, {text});
+    }
     for (int i = 0; i < steps; ++i) {
         QVERIFY2(step(box, model, random) && same(box, log, model), qPrintable(QStringLiteral("step %1").arg(i)));
         // The anchor shows in what a range from it to the current item selects.

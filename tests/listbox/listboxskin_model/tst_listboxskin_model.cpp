@@ -279,10 +279,12 @@ private slots:
     void manyChangesOneLayout();
     void triggerUpdateFlags();
     void refreshPaintsTheDirty();
+    void refreshPaintsWideEntriesOnce();
     void updateItemMarks();
     void burstOfResizes();
     void noLayoutWhileResizing();
     void resizeEventOfAHiddenListBox();
+    void barIsNoResize();
     void adjustItemsLaysOut();
 
     void layoutModes();
@@ -1019,6 +1021,41 @@ void TestListBoxSkinModel::refreshPaintsTheDirty()
     QCOMPARE(box.paintedCells.size(), 5);
 }
 
+// Those that are too wide to be seen whole stay dirty; those half in sight are painted each time.
+void TestListBoxSkinModel::refreshPaintsWideEntriesOnce()
+{
+    OpenBox box;
+    box.resize(130, 70);
+    box.blocks(8, 500);
+    box.showSettled();
+    box.viewport()->QWidget::repaint();
+    const auto painted = [&box](int changed) {
+        box.paintedCells.clear();
+        box.updateItem(changed);
+        box.refreshSlot();
+        return box.paintedCells;
+    };
+    QCOMPARE(painted(3), (QList<QPoint>{{0, 3}, {0, 4}}));
+    QCOMPARE(painted(0), (QList<QPoint>{{0, 0}, {0, 4}}));
+    QVERIFY(box.block(3)->isDirty());
+    box.setContentsPos(50, 20);
+    box.viewport()->QWidget::repaint();
+    QCOMPARE(painted(3), (QList<QPoint>{{0, 3}}));
+    box.setContentsPos(370, 30);
+    box.viewport()->QWidget::repaint();
+    QCOMPARE(painted(3), (QList<QPoint>{{0, 3}, {0, 6}}));
+    box.setSelectionMode(ListBoxSkin::Extended);
+    box.setContentsPos(0, 0);
+    box.resize(500, 75);
+    box.settle();
+    box.viewport()->QWidget::repaint();
+    QVERIFY(!box.block(3)->isDirty());
+    box.selectAll(true);
+    QVERIFY(box.block(3)->isDirty());
+    box.refreshSlot();
+    QVERIFY(!box.block(3)->isDirty());
+}
+
 void TestListBoxSkinModel::updateItemMarks()
 {
     Box box;
@@ -1083,6 +1120,22 @@ void TestListBoxSkinModel::resizeEventOfAHiddenListBox()
     box.settle();
     box.doLayout();
     QCOMPARE(sumOfMeasurings(box), measured + 3);
+}
+
+// The frame that makes way for a bar is told a size, too.
+void TestListBoxSkinModel::barIsNoResize()
+{
+    OpenBox box;
+    box.setVScrollBarMode(ListBoxSkin::Auto);
+    box.blocks(2);
+    box.showSettled();
+    box.blocks(10);
+    box.refreshSlot();
+    QVERIFY(box.verticalScrollBar()->isVisible());
+    QVERIFY(!runs(box, "listbox resize timer"));
+    QResizeEvent event(box.size(), box.size());
+    box.resizeEvent(&event);
+    QVERIFY(runs(box, "listbox resize timer"));
 }
 
 void TestListBoxSkinModel::adjustItemsLaysOut()
