@@ -34,7 +34,7 @@ public:
 
     void printRatios() const
     {
-        std::printf("\n%-44s %14s %14s %8s %8s\n", "Comparison (medians, one run)", "ours [us]", "other [us]", "ratio",
+        std::printf("\n%-48s %14s %14s %8s %8s\n", "Comparison (medians, one run)", "ours [us]", "other [us]", "ratio",
                     "limit");
         for (const Comparison& one : comparisons()) {
             const auto ours = m_medians.find(one.ours + one.counter);
@@ -42,7 +42,7 @@ public:
             if (ours == m_medians.end() || theirs == m_medians.end())
                 continue;
             const double ratio = ours->second / theirs->second;
-            std::printf("%-44s %14.2f %14.2f %8.2f ", one.title.c_str(), ours->second, theirs->second, ratio);
+            std::printf("%-48s %14.2f %14.2f %8.2f ", one.title.c_str(), ours->second, theirs->second, ratio);
             if (one.limit > 0)
                 std::printf("%8.2f%s", one.limit, ratio > one.limit ? "  missed" : "");
             std::printf("\n");
