@@ -1,10 +1,10 @@
 #include "compare.h"
 #include "scroll/builtinpictures.h"
 #include "scroll/scrollbarskin.h"
+#include "stage.h"
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QMouseEvent>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
@@ -54,32 +54,22 @@ QString styleSheet(const Pictures& pictures)
              pictures.path("scroll_sub_normal"), pictures.path("scroll_add_normal"));
 }
 
-void send(QWidget* widget, QEvent::Type type, int y)
-{
-    const QPointF at(barSize.width() / 2, y);
-    const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-    QMouseEvent event(type, at, widget->mapToGlobal(at), button, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(widget, &event);
-}
-
 // One step: the pointer moves by a pixel, and everything that this asks for is painted.
 void dragToAndFro(benchmark::State& state, QWidget* bar)
 {
     bar->resize(barSize);
-    bar->show();
-    for (int i = 0; i < 20; ++i)
-        QCoreApplication::processEvents();
-    send(bar, QEvent::MouseButtonPress, grip);
+    showAndSettle(bar);
+    sendMouse(bar, QEvent::MouseButtonPress, QPointF(barSize.width() / 2, grip));
     int y = 0;
     int step = 1;
     for (auto _ : state) {
         y += step;
         if (y == mostValue || y == 0)
             step = -step;
-        send(bar, QEvent::MouseMove, grip + y);
+        sendMouse(bar, QEvent::MouseMove, QPointF(barSize.width() / 2, grip + y));
         QCoreApplication::sendPostedEvents();
     }
-    send(bar, QEvent::MouseButtonRelease, grip + y);
+    sendMouse(bar, QEvent::MouseButtonRelease, QPointF(barSize.width() / 2, grip + y));
 }
 
 // A benchmark that measures nothing is worse than none.

@@ -1,6 +1,7 @@
 #include "compare.h"
 #include "scroll/scrollbarskin.h"
 #include "scroll/scrollviewskin.h"
+#include "stage.h"
 
 #include <QCoreApplication>
 #include <QPainter>
@@ -35,13 +36,6 @@ private:
     QColor m_colour;
 };
 
-void settle(QWidget* widget)
-{
-    widget->show();
-    for (int i = 0; i < 20; ++i)
-        QCoreApplication::processEvents();
-}
-
 // By a line at each step, to the end and back, with everything painted that this asks for. As many children are in
 // sight for any number of them.
 template <class Bar, class Extra>
@@ -68,7 +62,7 @@ void scrollView(
     for (int i = 0; i < children; ++i)
         view.addChild(new Child(view.clipper(), i), 10, i * distance);
     view.resizeContents(childSize.width(), children * distance);
-    settle(&view);
+    showAndSettle(&view);
     scrollSteps(state, view.verticalScrollBar(), children * distance - viewSize.height(), extra);
 }
 
@@ -100,7 +94,7 @@ void scrollArea10000Children(benchmark::State& state)
     for (int i = 0; i < 10000; ++i)
         (new Child(contents, i))->move(10, i * distance);
     area.setWidget(contents);
-    settle(&area);
+    showAndSettle(&area);
     scrollSteps(state, area.verticalScrollBar(), 10000 * distance - viewSize.height(), [] {});
 }
 

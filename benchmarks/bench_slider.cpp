@@ -1,8 +1,8 @@
 #include "compare.h"
 #include "media/sliderskin.h"
+#include "stage.h"
 
 #include <QCoreApplication>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QSlider>
 #include <QTemporaryDir>
@@ -63,35 +63,21 @@ QString styleSheet()
         .arg(barSize.width());
 }
 
-void send(QWidget* widget, QEvent::Type type, const QPoint& at)
-{
-    const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-    QMouseEvent event(type, at, widget->mapToGlobal(QPointF(at)), button, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(widget, &event);
-}
-
-void showAndSettle(QWidget* widget)
-{
-    widget->show();
-    for (int i = 0; i < 20; ++i)
-        QCoreApplication::processEvents();
-}
-
 // One step: the pointer moves by a pixel, and everything that this asks for is painted.
 void dragToAndFro(benchmark::State& state, QWidget* slider)
 {
     showAndSettle(slider);
-    send(slider, QEvent::MouseButtonPress, QPoint(barSize.width() / 2, 15));
+    sendMouse(slider, QEvent::MouseButtonPress, QPoint(barSize.width() / 2, 15));
     int x = 0;
     int step = 1;
     for (auto _ : state) {
         x += step;
         if (x == mostValue || x == 0)
             step = -step;
-        send(slider, QEvent::MouseMove, QPoint(barSize.width() / 2 + x, 15));
+        sendMouse(slider, QEvent::MouseMove, QPoint(barSize.width() / 2 + x, 15));
         QCoreApplication::sendPostedEvents();
     }
-    send(slider, QEvent::MouseButtonRelease, QPoint(barSize.width() / 2 + x, 15));
+    sendMouse(slider, QEvent::MouseButtonRelease, QPoint(barSize.width() / 2 + x, 15));
 }
 
 void sliderDragStep(benchmark::State& state)
