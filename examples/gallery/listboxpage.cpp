@@ -37,6 +37,11 @@ ListBoxSkin* makeList(QWidget* parent, const QSize& size)
     return list;
 }
 
+QPixmap scaled(const QPixmap& picture, int side)
+{
+    return picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+}
+
 void select(ListBoxSkin* list, const QList<int>& indexes)
 {
     for (const int index : indexes)
@@ -82,8 +87,7 @@ QList<Example> examples()
 ListBoxPage::ListBoxPage(QWidget* parent)
     : Page(tr("List box"),
            tr("Entries over a background picture. The selection is orange in the list with the keyboard focus and grey "
-              "in "
-              "the others. All lists can be operated."),
+              "in the others. All lists can be operated."),
            parent)
 {
     addModes();
@@ -128,16 +132,16 @@ void ListBoxPage::addContents()
     select(marked, {3});
 
     ListBoxSkin* const mixed = addList(tr("Pictures and texts"), 1);
-    mixed->insertItem(cover.scaled(40, 40), QStringLiteral("Higher than a line"));
-    mixed->insertItem(cover.scaled(14, 14), QStringLiteral("Lower than a line"));
-    mixed->insertItem(cover.scaled(60, 30));
+    mixed->insertItem(scaled(cover, 40), QStringLiteral("Higher than a line"));
+    mixed->insertItem(scaled(cover, 14), QStringLiteral("Lower than a line"));
+    mixed->insertItem(cover.copy(22, 37, 60, 30));
     mixed->insertItem(QStringLiteral("A text"));
     select(mixed, {0, 2});
 
     ListBoxSkin* const fixed = addList(tr("Rows of a fixed height"), 2);
-    fixed->fixedRowHeight = 30;
+    fixed->fixedRowHeight = narrowSize.height() / 6;
     fixed->insertStringList(trackNames());
-    fixed->insertItem(cover.scaled(30, 30), QStringLiteral("With a picture"), 1);
+    fixed->insertItem(scaled(cover, 21), QStringLiteral("With a picture"), 1);
     select(fixed, {1});
 
     ListBoxSkin* const custom = addList(tr("Highlights of their own"), 3);

@@ -6,6 +6,7 @@
 #include "listboxpage.h"
 #include "picturelabelpage.h"
 #include "scrollbarpage.h"
+#include "scrollviewpage.h"
 #include "sliderpage.h"
 #include "textlabelpage.h"
 #include "timepage.h"
@@ -36,6 +37,7 @@ const std::vector<PageEntry>& allPages()
         {QStringLiteral("Title bar"), create<TitleBarPage>},
         {QStringLiteral("Exit button"), create<ExitButtonPage>},
         {QStringLiteral("Scroll bar"), create<ScrollBarPage>},
+        {QStringLiteral("Scroll view"), create<ScrollViewPage>},
         {QStringLiteral("List box"), create<ListBoxPage>},
     };
     return pages;
