@@ -148,16 +148,15 @@ public slots:
     void subtractStep();
 
 signals:
-    // A negative value is carried as the unsigned number with the same bits.
-
-    // After the value changed, and once more for every move of the stylus, changing or not.
+    // After the value changed, and once more for every move of the stylus, changing or not. A negative value is
+    // carried as the unsigned number with the same bits.
     void valueChanged(unsigned int value);
     // The stylus took the bar, or brought it to the place that it pressed.
     void sliderPressed();
     // A drag changed the shown value. Comes before valueChanged().
     void sliderMoved(int value);
     // The stylus let go of the bar: the shown value. A press on the groove released without a move has changed the
-    // shown value but not value().
+    // shown value but not value(). Negative values as in valueChanged().
     void seekReleased(unsigned int value);
 
 protected:

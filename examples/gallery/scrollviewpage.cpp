@@ -98,6 +98,40 @@ void setFrameColours(QWidget* widget)
     widget->setPalette(colours);
 }
 
+ScrollViewSkin* makeTrackView(QWidget* parent)
+{
+    auto* const view = new ScrollViewSkin(parent);
+    view->setFixedSize(largeSize);
+    view->setHScrollBarMode(ScrollViewSkin::AlwaysOff);
+    const QPixmap cover =
+        skinPicture(parent, QStringLiteral("cover")).scaled(40, 40, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    const int width = largeSize.width() - 2 * view->frameWidth() - view->verticalScrollBar()->sizeHint().width();
+    int y = 0;
+    for (const QString& name : trackNames()) {
+        QWidget* const row = makeRow(cover, name, view->viewport());
+        row->setFixedWidth(width);
+        view->addChild(row, 0, y);
+        y += rowHeight;
+    }
+    view->resizeContents(width, y);
+    view->setContentsPos(0, rowHeight);
+    return view;
+}
+
+ScrollViewSkin* makeFramedView(QWidget* parent)
+{
+    const QSize size(4 * fieldSize.width() + 2 * boxWidth, largeSize.height());
+    auto* const view = new Board(parent, size, QSize(20, 40));
+    view->setVScrollBarMode(ScrollViewSkin::AlwaysOff);
+    view->setHScrollBarMode(ScrollViewSkin::AlwaysOff);
+    view->setFrameStyle(QFrame::Box | QFrame::Raised);
+    view->setLineWidth(2);
+    view->setMidLineWidth(boxWidth - 4);
+    setFrameColours(view);
+    view->scrollToField(1, 1);
+    return view;
+}
+
 struct BarExample {
     const char* caption;
     ScrollViewSkin::ScrollBarMode mode;
@@ -140,33 +174,8 @@ void ScrollViewPage::addContents()
     drawn->scrollToField(4, 9);
     add(drawn, tr("Drawn, with a corner widget"), 0);
 
-    auto* const widgets = new ScrollViewSkin(card);
-    widgets->setFixedSize(largeSize);
-    widgets->setHScrollBarMode(ScrollViewSkin::AlwaysOff);
-    const QPixmap cover =
-        skinPicture(card, QStringLiteral("cover")).scaled(40, 40, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    int y = 0;
-    for (const QString& name : trackNames()) {
-        QWidget* const row = makeRow(cover, name, widgets->viewport());
-        row->setFixedWidth(largeSize.width() - 2 * widgets->frameWidth() -
-                           widgets->verticalScrollBar()->sizeHint().width());
-        widgets->addChild(row, 0, y);
-        y += rowHeight;
-    }
-    widgets->resizeContents(largeSize.width() - 30, y);
-    widgets->setContentsPos(0, rowHeight);
-    add(widgets, tr("Child widgets, sunken panel"), 1);
-
-    auto* const framed =
-        new Board(card, QSize(4 * fieldSize.width() + 2 * boxWidth, largeSize.height()), QSize(20, 40));
-    framed->setVScrollBarMode(ScrollViewSkin::AlwaysOff);
-    framed->setHScrollBarMode(ScrollViewSkin::AlwaysOff);
-    framed->setFrameStyle(QFrame::Box | QFrame::Raised);
-    framed->setLineWidth(2);
-    framed->setMidLineWidth(boxWidth - 4);
-    setFrameColours(framed);
-    framed->scrollToField(1, 1);
-    add(framed, tr("Raised box"), 2);
+    add(makeTrackView(card), tr("Child widgets, sunken panel"), 1);
+    add(makeFramedView(card), tr("Raised box"), 2);
 
     auto* const margins = new Board(card, largeSize, QSize(8, 8));
     margins->setFrameStyle(QFrame::NoFrame);
