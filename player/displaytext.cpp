@@ -25,6 +25,13 @@ QString beginning(const QString& text, qsizetype length)
     return cut;
 }
 
+// Punctuation at the ends of a right-to-left text goes with it, even where it is drawn as part of a left-to-right line.
+QString marked(const QString& text)
+{
+    const QChar mark(0x200F);
+    return text.isRightToLeft() ? mark + text + mark : text;
+}
+
 } // namespace
 
 QString displaytext::oneLine(const QString& text)
@@ -41,7 +48,7 @@ QString displaytext::oneLine(const QString& text)
 
 QString displaytext::elided(const QString& text, const QFont& font, int width, Qt::TextElideMode mode)
 {
-    return QFontMetrics(font).elidedText(oneLine(text), mode, std::max(width, 0));
+    return marked(QFontMetrics(font).elidedText(oneLine(text), mode, std::max(width, 0)));
 }
 
 QString displaytext::wrapped(const QString& text, const QFont& font, const QSize& size)
@@ -61,7 +68,7 @@ QString displaytext::wrapped(const QString& text, const QFont& font, const QSize
             lines += elided(whole.mid(line.textStart()), font, size.width());
             break;
         }
-        lines += whole.mid(line.textStart(), line.textLength()).trimmed();
+        lines += marked(whole.mid(line.textStart(), line.textLength()).trimmed());
     }
     layout.endLayout();
     return lines.join(QLatin1Char('\n'));

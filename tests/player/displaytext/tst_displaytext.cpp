@@ -15,6 +15,7 @@ private slots:
     void cutsNoCharacterInHalf();
     void elidesToTheWidth_data();
     void elidesToTheWidth();
+    void rightToLeftTextsKeepTheirPunctuation();
     void wrapsIntoTheSize_data();
     void wrapsIntoTheSize();
     void wrapsBetweenWords();
@@ -99,9 +100,20 @@ void TestDisplayText::elidesToTheWidth()
             QVERIFY(shown.contains(QChar(0x2026)));
         }
         for (const int most : {0, -10})
-            QVERIFY(displaytext::elided(text, font(), most, mode).size() <= 1);
+            QVERIFY(width(displaytext::elided(text, font(), most, mode)) <= width(QChar(0x2026)));
     }
     QCOMPARE(displaytext::elided(QStringLiteral("short"), font(), 400), QStringLiteral("short"));
+}
+
+void TestDisplayText::rightToLeftTextsKeepTheirPunctuation()
+{
+    const QChar mark(0x200f);
+    const QString greeting = QStringLiteral("\u05e9\u05dc\u05d5\u05dd!");
+    QCOMPARE(displaytext::elided(greeting, font(), 400), mark + greeting + mark);
+    QCOMPARE(displaytext::wrapped(greeting, font(), QSize(400, 100)), mark + greeting + mark);
+    QCOMPARE(displaytext::heading(greeting, QStringLiteral("a.ogg"), font(), 10, 400).title, mark + greeting + mark);
+    // It takes no room.
+    QCOMPARE(width(mark + greeting + mark), width(greeting));
 }
 
 void TestDisplayText::wrapsIntoTheSize_data()
