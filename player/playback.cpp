@@ -361,17 +361,20 @@ void Playback::leaveFailedFile()
     if (!self || !m_failed || m_leaveTimer.isActive())
         return;
     ++m_failedInTurn;
-    if (triedAll())
-        stop();
-    else if (m_direction == Onwards)
+    if (m_direction == Onwards)
         goOn();
+    else if (triedAll())
+        stop();
     else
         loadNeighbour();
 }
 
 void Playback::leaveFinishedFile()
 {
+    // A file without sound ends at once. Where all are like that and the list is repeated, it would go on for ever.
+    const int silent = std::max(duration(), position()) > 0 ? 0 : m_failedInTurn + 1;
     setDirection(Onwards);
+    m_failedInTurn = silent;
     goOn();
 }
 
@@ -391,7 +394,7 @@ bool Playback::triedAll() const
 void Playback::goOn()
 {
     const bool awaitsMore = m_order.isAtEnd() && m_playlist.isGrowing();
-    const int next = awaitsMore ? -1 : m_order.advance();
+    const int next = awaitsMore || triedAll() ? -1 : m_order.advance();
     if (next >= 0) {
         load(next);
         return;

@@ -147,7 +147,7 @@ private:
     qint64 m_startPosition = 0;
     bool m_failed = false;
     QString m_failure;
-    // Where to go from a file that fails, and how many have failed in turn.
+    // Where to go from a file that fails, and how many have failed or had no sound in turn.
     Direction m_direction = Onwards;
     int m_failedInTurn = 0;
     // At the end of a list that is still growing.

@@ -40,6 +40,17 @@ private slots:
     void triesAFailedFileAgain();
     void receiverMayOpenOtherFilesOnFailure();
     void receiverMayDeleteOnFailure();
+    void endOfTheListIsToldOnce();
+    void repeatedListBeginsAnew();
+    void repeatedFilePlaysAgain();
+    void repeatedListWithoutASoundStops_data();
+    void repeatedListWithoutASoundStops();
+    void repeatedListPassesOverUnplayableFiles();
+    void shuffledListPlaysEachOnce();
+    void stepsFollowTheShuffledOrder();
+    void removedFileGivesWayToTheShuffledOrder();
+    void orderSignalsTellOfChangesOnly();
+    void receiverMayDeleteAtTheEnd();
 
 private:
     QString shippedSound() const { return qEnvironmentVariable("QPEDIR") + QStringLiteral("sounds/night_walk.ogg"); }
@@ -402,6 +413,186 @@ void TestPlayback::receiverMayDeleteOnFailure()
     QSignalSpy destroyed(playback.get(), &QObject::destroyed);
     connect(playback.get(), &Playback::fileFailed, this, [&] { playback.reset(); });
     playback->open({m_text, m_short});
+    QTRY_COMPARE(destroyed.count(), 1);
+}
+
+void TestPlayback::endOfTheListIsToldOnce()
+{
+    Playback playback;
+    QSignalSpy finished(&playback, &Playback::finished);
+    playback.open({m_brief, m_brief});
+    QTRY_COMPARE(finished.count(), 1);
+    QVERIFY(!playback.isPlaying());
+    playback.play();
+    playback.stop();
+    playback.open({m_text});
+    QTRY_VERIFY(!playback.isPlaying());
+    QCOMPARE(finished.count(), 1);
+}
+
+void TestPlayback::repeatedListBeginsAnew()
+{
+    Playback playback;
+    playback.setRepeated(true);
+    QSignalSpy current(&playback, &Playback::currentChanged);
+    QSignalSpy finished(&playback, &Playback::finished);
+    QSignalSpy playing(&playback, &Playback::playingChanged);
+    const QString other = m_sounds.tone("other.wav", 200);
+    playback.open({m_brief, other});
+    QTRY_VERIFY(current.count() >= 5);
+    QCOMPARE(current.mid(0, 5), (QList<QVariantList>{{m_brief}, {other}, {m_brief}, {other}, {m_brief}}));
+    QCOMPARE(playing, (QList<QVariantList>{{true}}));
+    QCOMPARE(finished.count(), 0);
+    playback.setRepeated(false);
+    QTRY_COMPARE(finished.count(), 1);
+    QCOMPARE(playback.currentFile(), other);
+}
+
+void TestPlayback::repeatedFilePlaysAgain()
+{
+    Playback playback;
+    playback.setRepeated(true);
+    QSignalSpy current(&playback, &Playback::currentChanged);
+    playback.open({m_brief});
+    QTRY_VERIFY(current.count() >= 3);
+    QVERIFY(playback.isPlaying());
+}
+
+void TestPlayback::repeatedListWithoutASoundStops_data()
+{
+    QTest::addColumn<QStringList>("files");
+    QTest::addColumn<bool>("shuffle");
+    const QString silent = m_sounds.tone("silent.wav", 0);
+    const QString missing = m_sounds.path("missing.wav");
+    for (const bool shuffle : {false, true}) {
+        const char* const suffix = shuffle ? ", shuffled" : "";
+        QTest::addRow("unplayable%s", suffix) << QStringList{m_text} << shuffle;
+        QTest::addRow("unplayable ones%s", suffix) << QStringList{m_text, missing, m_text} << shuffle;
+        QTest::addRow("without length%s", suffix) << QStringList{silent} << shuffle;
+        QTest::addRow("without length or unplayable%s", suffix) << QStringList{silent, missing, silent} << shuffle;
+    }
+}
+
+void TestPlayback::repeatedListWithoutASoundStops()
+{
+    QFETCH(QStringList, files);
+    QFETCH(bool, shuffle);
+    Playback playback;
+    playback.setRepeated(true);
+    playback.setShuffled(shuffle);
+    QSignalSpy current(&playback, &Playback::currentChanged);
+    playback.open(files);
+    QTRY_VERIFY(!playback.isPlaying());
+    QVERIFY2(current.count() <= files.size() + 1, qPrintable(QString::number(current.count())));
+}
+
+void TestPlayback::repeatedListPassesOverUnplayableFiles()
+{
+    Playback playback;
+    playback.setRepeated(true);
+    QSignalSpy failed(&playback, &Playback::fileFailed);
+    QSignalSpy current(&playback, &Playback::currentChanged);
+    playback.open({m_text, m_brief, m_sounds.path("missing.wav")});
+    QTRY_VERIFY(failed.count() >= 4);
+    QVERIFY(playback.isPlaying());
+    QVERIFY(current.contains(QVariantList{m_brief}));
+}
+
+void TestPlayback::shuffledListPlaysEachOnce()
+{
+    QStringList files;
+    for (int i = 0; i < 6; ++i)
+        files << m_sounds.tone(QStringLiteral("shuffled %1.wav").arg(i), 100);
+    Playback playback;
+    playback.setShuffled(true);
+    QSignalSpy current(&playback, &Playback::currentChanged);
+    QSignalSpy finished(&playback, &Playback::finished);
+    playback.open(files);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, 30000);
+    QStringList played;
+    for (const QVariantList& change : current)
+        played << change.first().toString();
+    QCOMPARE(played.first(), files.first());
+    played.sort();
+    QCOMPARE(played, files);
+}
+
+void TestPlayback::stepsFollowTheShuffledOrder()
+{
+    QStringList files;
+    for (int i = 0; i < 20; ++i)
+        files << m_sounds.path(QStringLiteral("missing %1.wav").arg(i));
+    Playback playback;
+    // That a file is missing is found out only when control returns to the event loop.
+    playback.open(files);
+    playback.setShuffled(true);
+    // What plays goes on.
+    QCOMPARE(playback.currentIndex(), 0);
+    QList<int> heard{0};
+    for (int i = 0; i < 10; ++i) {
+        playback.next();
+        QVERIFY(!heard.contains(playback.currentIndex()));
+        heard << playback.currentIndex();
+    }
+    QVERIFY(heard != (QList<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+    for (int i = 9; i >= 0; --i) {
+        playback.previous();
+        QCOMPARE(playback.currentIndex(), heard.at(i));
+    }
+    playback.setShuffled(false);
+    playback.next();
+    QCOMPARE(playback.currentIndex(), 1);
+}
+
+void TestPlayback::removedFileGivesWayToTheShuffledOrder()
+{
+    Playback playback;
+    playback.setShuffled(true);
+    playback.open({m_long, m_long, m_long, m_long, m_long});
+    playback.next();
+    playback.playlist()->remove({playback.currentIndex()});
+    QVERIFY(playback.isPlaying());
+    // The one before stays where going back leads to.
+    QVERIFY(playback.currentIndex() > 0);
+    playback.previous();
+    QCOMPARE(playback.currentIndex(), 0);
+    playback.playlist()->append({{m_short, QString(), -1, false}});
+    playback.playlist()->remove({0, 1, 2, 3});
+    QCOMPARE(playback.currentFile(), m_short);
+    playback.playlist()->remove({0});
+    QCOMPARE(playback.currentIndex(), -1);
+    QVERIFY(!playback.isPlaying());
+}
+
+void TestPlayback::orderSignalsTellOfChangesOnly()
+{
+    Playback playback;
+    QSignalSpy shuffled(&playback, &Playback::shuffledChanged);
+    QSignalSpy repeated(&playback, &Playback::repeatedChanged);
+    QSignalSpy muted(&playback, &Playback::mutedChanged);
+    for (const bool on : {false, true, true, false}) {
+        playback.setShuffled(on);
+        playback.setRepeated(on);
+        playback.setMuted(on);
+        QCOMPARE(playback.isShuffled(), on);
+        QCOMPARE(playback.isRepeated(), on);
+        QCOMPARE(playback.isMuted(), on);
+    }
+    const QList<QVariantList> changes{{true}, {false}};
+    QCOMPARE(shuffled, changes);
+    QCOMPARE(repeated, changes);
+    QCOMPARE(muted, changes);
+}
+
+void TestPlayback::receiverMayDeleteAtTheEnd()
+{
+    auto playback = std::make_unique<Playback>();
+    QSignalSpy destroyed(playback.get(), &QObject::destroyed);
+    connect(playback.get(), &Playback::playingChanged, this, [&](bool playing) {
+        if (!playing)
+            playback.reset();
+    });
+    playback->open({m_brief});
     QTRY_COMPARE(destroyed.count(), 1);
 }
 
