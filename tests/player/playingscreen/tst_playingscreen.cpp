@@ -75,6 +75,7 @@ private slots:
     void messageTellsWhatCannotBePlayed();
     void messageTellsTheEndOfTheList();
     void messageTakesThePlaceOfTheTexts();
+    void messagesMayHaveAPlaceOfTheirOwn();
     void nothingIsToldBeforeThePlayerShows();
     void hugeTagsAreHarmless_data();
     void hugeTagsAreHarmless();
@@ -472,6 +473,18 @@ void TestPlayingScreen::messageTakesThePlaceOfTheTexts()
     timer->start(0);
     QTRY_VERIFY(screen()->info()->isVisible());
     QVERIFY(!screen()->message()->isVisible());
+}
+
+void TestPlayingScreen::messagesMayHaveAPlaceOfTheirOwn()
+{
+    openChangedSkin([](QByteArray& config) {
+        config.replace("\n[Screen]\n",
+                       "\n[Screen]\nmessage_x = 120\nmessage_y = 2\nmessage_width = 300\nmessage_height = 20\n");
+    });
+    QCOMPARE(screen()->message()->geometry(), QRect(120, 2, 300, 20));
+    screen()->showMessage(QStringLiteral("Something"));
+    QVERIFY(screen()->message()->isVisible());
+    QVERIFY(screen()->info()->isVisible());
 }
 
 void TestPlayingScreen::nothingIsToldBeforeThePlayerShows()

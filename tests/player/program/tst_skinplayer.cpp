@@ -1,5 +1,6 @@
 #include "player/soundfiles.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QImage>
 #include <QProcess>
@@ -20,6 +21,7 @@ private slots:
     void unknownSkinIsTold();
     void skinWithoutPanelIsTold();
     void screenshotShowsThePlayer();
+    void orderOfTheLastTimeComesBack();
     void screenshotOfTheDetails();
     void screenshotAtAPosition_data();
     void screenshotAtAPosition();
@@ -62,6 +64,8 @@ void TestSkinplayer::initTestCase()
 {
     // Qt tells on stderr where it has to think of a place for run-time files.
     qputenv("XDG_RUNTIME_DIR", m_files.path(QString()).toLocal8Bit());
+    // Not the user's own settings.
+    qputenv("XDG_CONFIG_HOME", m_files.path("config").toLocal8Bit());
     // The playlist that the user of this machine keeps is nothing to play with.
     qputenv("XDG_DATA_HOME", m_files.path(QStringLiteral("data")).toLocal8Bit());
 }
@@ -162,6 +166,24 @@ void TestSkinplayer::screenshotShowsThePlayer()
         }
     }
     QVERIFY(compared > 100);
+}
+
+void TestSkinplayer::orderOfTheLastTimeComesBack()
+{
+    QVERIFY(QDir().mkpath(m_files.path("config/skinplayer")));
+    const QString settings = m_files.file("config/skinplayer/settings.ini", "[order]\nshuffle=true\n");
+    const QString file = m_files.path("player.png");
+    const Result result = run({"--screenshot", file});
+    QVERIFY(QFile::remove(settings));
+    QCOMPARE(result.exitCode, 0);
+    const QImage picture(file);
+    const QString pictures = qEnvironmentVariable("QPEDIR") + QStringLiteral("pics/skinplayer/");
+    const auto shown = [&picture](const QPoint& at, const QString& name) {
+        const QImage button = QImage(name).convertToFormat(QImage::Format_RGB32);
+        return picture.copy(QRect(at, button.size())).convertToFormat(QImage::Format_RGB32) == button;
+    };
+    QVERIFY(shown(QPoint(22, 214), pictures + QStringLiteral("shuffle_normal2.png")));
+    QVERIFY(shown(QPoint(58, 214), pictures + QStringLiteral("repeat_normal.png")));
 }
 
 void TestSkinplayer::screenshotOfTheDetails()
