@@ -132,7 +132,7 @@ private:
     void link(ListBoxSkinItem* item, ListBoxSkinItem* before, ListBoxSkinItem* after);
     void setSelectedIn(ItemChunk& chunk, int selected);
     template <class Wanted>
-    void selectIn(ItemChunk& chunk, const Wanted& wanted);
+    void selectIn(ItemChunk& chunk, const ItemChunk* following, const Wanted& wanted);
     void chunkChanged(ItemChunk& chunk);
     bool measureChunk(ItemChunk& chunk);
     void sumUpSizes();
