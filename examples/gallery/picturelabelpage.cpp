@@ -12,7 +12,7 @@ namespace
 {
 
 constexpr QSize labelSize(150, 84);
-constexpr QRect piece(130, 24, 190, 116);
+constexpr QRect piece(0, 0, 190, 116);
 constexpr QPoint labelPlace(20, 16);
 
 // A see-through frame, as a skin might have under its pictures.
@@ -59,7 +59,7 @@ const Example examples[] = {
 
 QWidget* makeSample(QWidget* parent, const Example& example)
 {
-    const QPixmap background = skinPicture(parent, QStringLiteral("player_bg")).copy(piece);
+    const QPixmap background = skinPicture(parent, QStringLiteral("list_bg")).copy(piece);
     auto* const ground = new Ground(background, parent);
     auto* const label = new LabelImage(example.base ? new QImage(basePicture()) : nullptr, ground);
     label->setGeometry(QRect(labelPlace, labelSize));
@@ -67,7 +67,9 @@ QWidget* makeSample(QWidget* parent, const Example& example)
     label->setBackgroundPixmap(background);
     if (example.filled)
         label->set_image(example.soft ? softPicture()
-                                      : skinPicture(parent, QStringLiteral("cover")).toImage().scaled(48, 48));
+                                      : skinPicture(parent, QStringLiteral("cover"))
+                                            .toImage()
+                                            .scaled(48, 48, Qt::KeepAspectRatio, Qt::SmoothTransformation));
     return ground;
 }
 
@@ -100,7 +102,7 @@ void PictureLabelPage::addCover()
 {
     QWidget* const place = addCard(tr("A cover in its place on the player's screen"), 0, 1);
     const QPixmap screen = skinPicture(place, QStringLiteral("player_bg"));
-    auto* const ground = new Ground(screen.copy(0, 0, 300, 180), place);
+    auto* const ground = new Ground(screen, place);
     auto* const cover = new LabelImage(ground, "cover");
     cover->setGeometry(14, 34, 104, 104);
     cover->setBackgroundPixmap(screen);

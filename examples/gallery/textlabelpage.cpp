@@ -46,8 +46,8 @@ TextLabelPage::TextLabelPage(QWidget* parent)
              "beside them reaches."),
           parent)
 {
-    const QPixmap screen = skinPicture(this, QStringLiteral("player_bg"));
-    addGround(tr("On the player's background"), screen.copy(QRect(QPoint(132, 24), groundSize)), 0, 0);
+    const QPixmap screen = skinPicture(this, QStringLiteral("list_bg"));
+    addGround(tr("On a screen's background"), screen.copy(QRect(QPoint(0, 30), groundSize)), 0, 0);
     addGround(tr("On a picture"), coverGround(skinPicture(this, QStringLiteral("cover"))), 0, 1);
     addGround(tr("On light ground"), plainGround(QColor(0xf4, 0xf5, 0xf7)), 1, 0);
     addContents();
