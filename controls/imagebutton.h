@@ -48,6 +48,7 @@ public:
     void setToggle();
     // Sets the toggle position, emits toggled() and repaints at once, even where the position is the same.
     void changeToggleState(bool on);
+    // Whether the toggle position is on.
     bool toggledState() const { return toggleOn; }
 
     using ToolkitWidget::setFocus;
@@ -75,6 +76,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     // Escape and the device keys 0x2104 to 0x2109 go to the parent, once; other keys end here.
     void keyPressEvent(QKeyEvent* event) override;
+
     void keyReleaseEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
@@ -86,7 +88,9 @@ protected:
     QString imageName;
     // By toggle position and state.
     QPixmap pixmaps[2][4];
+    // The toggle position is on.
     bool toggleOn = false;
+    // It is a toggle button.
     bool toggleMode = false;
     // The state before the button was disabled.
     int savedState = 0;

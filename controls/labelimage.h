@@ -51,6 +51,7 @@ protected:
     QPixmap* backPixmap = nullptr;
     // Owned; null before set_image().
     QImage* labelImage = nullptr;
+    // Of the label picture.
     Qt::AlignmentFlags alignment = Qt::AlignHCenter;
 
 private:

@@ -92,6 +92,7 @@ public:
     ListBoxSkinItem* item(int index) const;
     // -1 for items that are not in this list box.
     int index(const ListBoxSkinItem* item) const;
+    // Null for an empty list box.
     ListBoxSkinItem* firstItem() const;
     // Null outside.
     QString text(int index) const;
@@ -138,6 +139,7 @@ public:
 
     // The current item's index, -1 for none.
     int currentItem() const;
+    // The current item's text, null for none.
     QString currentText() const { return text(currentItem()); }
     // Makes an item current, and scrolls it into view soon. In Single mode it is selected too, if it is selectable.
     // Emits, each as far as it applies: selectionChanged(item), selectionChanged(), highlighted() with item, text
@@ -222,6 +224,7 @@ public:
     bool itemYPos(int index, int* yPos) const;
     // The item at a point in viewport coordinates; null where there is none.
     ListBoxSkinItem* itemAt(QPoint point) const;
+    // Whether at least a part of the item is in sight.
     bool itemVisible(int index);
     bool itemVisible(const ListBoxSkinItem* item);
     // Items of which at least a part is in sight.
@@ -241,6 +244,7 @@ public:
     // The picture behind the items. It is aligned with those of the widgets around. A null picture brings a warning
     // and is set all the same.
     void setBackgroundPixmap(const QPixmap& pm) override;
+    // Measures and lays out everything anew, soon.
     void setFont(const QFont& font) override;
 
     // A rubber band is being drawn.
@@ -265,6 +269,7 @@ public:
     void setAutoUpdate(bool) {}
     // As high as this many lines of text.
     void setFixedVisibleLines(int lines);
+    // Names of before for itemHeight(), maxItemWidth() and numColumns().
     int cellHeight(int index) const { return itemHeight(index); }
     int cellHeight() const { return itemHeight(); }
     int cellWidth() const { return int(maxItemWidth()); }
@@ -300,10 +305,15 @@ signals:
     void highlighted(int index);
     // Return or a double click, on the current item.
     void selected(int index);
+    // There is a new current item: its text, where that is not empty.
     void highlighted(const QString& text);
+    // Like selected(int), with the text where that is not empty.
     void selected(const QString& text);
+    // There is a new current item; null where the last one is gone.
     void highlighted(ListBoxSkinItem* item);
+    // Return or a double click, on the current item.
     void selected(ListBoxSkinItem* item);
+    // Some item was selected or deselected.
     void selectionChanged();
     // Single mode: this item was selected.
     void selectionChanged(ListBoxSkinItem* item);
@@ -313,13 +323,16 @@ signals:
     // signals of the stylus.
     void clicked(ListBoxSkinItem* item);
     void clicked(ListBoxSkinItem* item, const QPoint& point);
+    // The stylus went down.
     void pressed(ListBoxSkinItem* item);
     void pressed(ListBoxSkinItem* item, const QPoint& point);
     // On the current item.
     void doubleClicked(ListBoxSkinItem* item);
     void returnPressed(ListBoxSkinItem* item);
+    // The right button was released where it was pressed, and went down.
     void rightButtonClicked(ListBoxSkinItem* item, const QPoint& point);
     void rightButtonPressed(ListBoxSkinItem* item, const QPoint& point);
+    // Any button, a number of Qt::MouseButton, went down, and was released where it was pressed.
     void mouseButtonPressed(int button, ListBoxSkinItem* item, const QPoint& point);
     void mouseButtonClicked(int button, ListBoxSkinItem* item, const QPoint& point);
     // The pointer, with no button held, has come to another item, or left the items.
@@ -355,6 +368,7 @@ protected:
 
     // Selects what the rubber band covers now and deselects what it has left. Both are contents rectangles.
     void doRubberSelection(const QRect& old, const QRect& rubber);
+    // Draws the rubber band, where there is one, in viewport coordinates.
     void drawRubber(QPainter* painter);
 
 private:

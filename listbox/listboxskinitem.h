@@ -73,6 +73,7 @@ protected:
     unsigned int s : 1;
     // Not painted whole since its last change.
     unsigned int dirty : 1;
+    // Set by setCustomHighlighting().
     unsigned int custom_highlight : 1;
 
 private:
@@ -123,6 +124,7 @@ public:
     int height(const ListBoxSkin* listbox) const override;
     // The width of the text and 6 pixels; 0 without a list box.
     int width(const ListBoxSkin* listbox) const override;
+    // Draws the text; the highlight is the list box's.
     void paint(QPainter* painter) override;
 };
 
@@ -148,6 +150,7 @@ public:
     // box the text counts as nothing.
     int height(const ListBoxSkin* listbox) const override;
     int width(const ListBoxSkin* listbox) const override;
+    // Draws nothing but picture and text; the highlight is the list box's.
     void paint(QPainter* painter) override;
 
 private:

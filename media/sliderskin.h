@@ -20,7 +20,9 @@ enum SliderState {
 struct SliderMarker {
     // Where it is drawn, in widget coordinates.
     QRect rect;
+    // Straight 32-bit pixels.
     QImage image;
+    // False: the slot is free.
     bool used = false;
 };
 
@@ -124,6 +126,7 @@ public:
     void removeMarker(int index);
     // Repaints a marker's place. Slots out of range are ignored.
     void updateMarker(int index);
+    // Takes all markers away, each as removeMarker() does.
     void clearMarkers();
 
     // Painting. pm stands for the area r of the slider: its pixel (0, 0) is the area's top-left corner.
@@ -177,9 +180,11 @@ protected:
     // The bar idle and dragged, straight 32-bit pixels like the markers.
     QImage barImage;
     QImage barPressedImage;
+    // By kind; null: that kind is not drawn.
     QImage markerImages[3];
     // The back picture as loaded.
     QImage backImage;
+    // By slot.
     SliderMarker markers[maxMarkers];
     // The position of the bar's leading edge.
     int sliderPos = 0;

@@ -79,6 +79,7 @@ protected:
     QImage* numberImage = nullptr;
     // The colon as loaded, owned.
     QImage* colonImage = nullptr;
+    // Pixels between neighbouring places.
     int spacing = -1;
 
 private:

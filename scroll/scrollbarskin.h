@@ -76,12 +76,14 @@ public:
     // awkward heights (at most 2, or twice the width less one) lengths of -1 come out, of which nothing is drawn.
     void scrollBarMetrics(int& sliderMin, int& sliderMax, int& sliderLength, int& buttonDim) const;
     void metrics(int& sliderMin, int& sliderMax, int& sliderLength, int& buttonDim) const;
+    // The first two of these.
     void sliderMinMax(int& sliderMin, int& sliderMax) const;
     // Where the thumb is: as wide as its picture, from x = 6 on.
     QRect sliderRect() const;
     // Between values and thumb positions. Out of range input gives the nearer end.
     int rangeValueToSliderPos(int value) const;
     int sliderPosToRangeValue(int position) const;
+    // The value at the thumb's position.
     int calculateValueFromSlider() const;
     // Puts the thumb where the value is. Does not repaint.
     void positionSliderFromValue();
@@ -115,6 +117,7 @@ public slots:
 signals:
     // After every change of the value. Intended: a value set by dragging the thumb is told twice.
     void valueChanged(int value);
+    // The thumb was grabbed.
     void sliderPressed();
     // Never emitted.
     void sliderMoved(int value);

@@ -58,6 +58,7 @@ public:
     // The contents position that is shown at the viewport's top-left corner.
     int contentsX() const;
     int contentsY() const;
+    // The size of the contents, 0 at start.
     int contentsWidth() const;
     int contentsHeight() const;
     // The size of the viewport, also with a clipper.
@@ -128,6 +129,7 @@ public:
     void removeChild(QObject* child);
     // Shows or hides the child for as long as the view itself may show it. Others are ignored.
     virtual void showChild(QWidget* child, bool show = true);
+    // As the child's isVisible(): false, too, for a child that the view has hidden because it is out of sight.
     bool childIsVisible(QWidget* child) const;
     // The child's position in the contents, 0 for other widgets.
     int childX(QWidget* child) const;
@@ -150,6 +152,7 @@ public:
     QSize viewportSize(int w, int h) const;
     // The frame and the contents, without bars.
     QSize sizeHint() const override;
+    // 100 pixels each way and the frame.
     QSize minimumSizeHint() const override;
 
     // As in the toolkit; a hidden view is laid out at once, too.
@@ -173,6 +176,7 @@ public slots:
     virtual void resizeContents(int w, int h);
     // Positions outside the contents give the nearest one inside.
     virtual void setContentsPos(int x, int y);
+    // By so many pixels, as far as the contents reach.
     void scrollBy(int dx, int dy);
     // Scrolls as little as needed to show the point with a margin around it, 50 pixels where none is given. A margin
     // larger than half the viewport counts as half of it.
@@ -238,6 +242,7 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
     // Tab travels on to the next widget in the focus chain and scrolls it into view when it lies in the contents.
     bool focusNextPrevChild(bool next) override;
+
     void styleChange(QStyle& old) override;
     void frameChanged() override;
 

@@ -63,6 +63,7 @@ public:
 
     // Disables the button; the focus moves on to the next available button first if this one has it.
     virtual void disableButton(QString name);
+    // setButtonState() with Hidden, Normal and Focus.
     virtual void hideButton(QString name);
     virtual void showNormal(QString name);
     virtual void showFocus(QString name);
@@ -140,6 +141,7 @@ protected:
     QImage* maskImage = nullptr;
     // A button is held down, so that no other one can be pressed and the focus cannot move.
     bool buttonHeld = false;
+    // What setAlphaOverride() was given last.
     unsigned char alphaOverride = 255;
 
 private:

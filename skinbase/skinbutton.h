@@ -25,6 +25,7 @@ struct SkinButton {
     QString name;
     // The whole strip as loaded; the state pictures are cut from it again at every change of background or alpha.
     QImage image;
+    // By state, composed over the background.
     QImage stateImage[4];
     // 32 bits deep, as large as state picture 0, white with alpha 0. Free for subclasses.
     QImage workImage;

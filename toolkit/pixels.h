@@ -18,6 +18,7 @@ SKINWIDGETS_EXPORT QImage toStraight(const QImage& picture);
 
 // The pixmap that holds the same pixels, straight and 32 bits deep.
 SKINWIDGETS_EXPORT QPixmap toStraight(const QPixmap& pixmap);
+// The pixmap of a picture that toStraight() made; no pixel is copied.
 SKINWIDGETS_EXPORT QPixmap pixmapFromStraight(QImage straight);
 
 // The same pixels seen without their alpha byte. The view is read-only and valid only as long as the picture lives.

@@ -60,6 +60,7 @@ public:
     // widget's edges when the widget is resized. An invalid rectangle means the whole widget.
     QRect frameRect() const;
     virtual void setFrameRect(const QRect& rect);
+    // What lines and margin leave of it.
     QRect contentsRect() const;
 
     QSize sizeHint() const override;

@@ -23,6 +23,7 @@ public:
 
     // The background picture as straight 32-bit pixels, null where none is set. Owned by the widget.
     const QPixmap* backgroundPixmap() const { return m_pixmap.isNull() ? nullptr : &m_pixmap; }
+    // PaletteBackground and WidgetOrigin at start.
     BackgroundMode backgroundMode() const { return m_mode; }
     BackgroundOrigin backgroundOrigin() const { return m_origin; }
 
