@@ -49,6 +49,11 @@ QString findDataDirectory()
     const bool isInstalled = isWithin(installed, build) && QFileInfo(installed).isDir();
     if (!build.isEmpty() && isWithin(code, build) && !isInstalled)
         return QStringLiteral(SKINWIDGETS_SOURCE_DATA);
+#ifdef SKINWIDGETS_STATIC
+    // A program with data of its own has it beside itself; any other one uses what came with the library.
+    if (!QFileInfo(installed).isDir())
+        return QStringLiteral(SKINWIDGETS_INSTALLED_DATA);
+#endif
     return installed;
 }
 
