@@ -7,6 +7,8 @@
 #include <map>
 #include <vector>
 
+#include <unistd.h>
+
 namespace
 {
 
@@ -20,6 +22,9 @@ std::vector<Comparison>& comparisons()
 class Reporter : public benchmark::ConsoleReporter
 {
 public:
+    // Colours for people only.
+    Reporter() : ConsoleReporter(isatty(fileno(stdout)) ? OO_ColorTabular : OO_Tabular) {}
+
     void ReportRuns(const std::vector<Run>& runs) override
     {
         for (const Run& run : runs) {
