@@ -1,5 +1,6 @@
 #include "compare.h"
 #include "listbox/listbox_skin.h"
+#include "stage.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -73,6 +74,7 @@ public:
     void clear() { m_box.clear(); }
     QWidget* widget() { return &m_box; }
     QWidget* viewport() { return m_box.viewport(); }
+    int paintEvents() const { return m_counter.count(); }
 
 private:
     QTimer* timer(const char* timerName) const { return m_box.findChild<QTimer*>(QLatin1String(timerName)); }
@@ -85,6 +87,7 @@ private:
     }
 
     ListBoxSkin m_box;
+    PaintCounter m_counter{m_box.viewport()};
     QTimer* m_resizing = timer("listbox resize timer");
     QTimer* m_updating = timer("listbox update timer");
     QTimer* m_showing = timer("listbox visible timer");
@@ -120,12 +123,14 @@ public:
     void clear() { m_list.clear(); }
     QWidget* widget() { return &m_list; }
     QWidget* viewport() { return m_list.viewport(); }
+    int paintEvents() const { return m_counter.count(); }
 
 private:
     struct ListWidget : QListWidget {
         using QListWidget::executeDelayedItemsLayout;
     };
     ListWidget m_list;
+    PaintCounter m_counter{m_list.viewport()};
 };
 
 class TheirsMeasured : public Theirs
@@ -168,6 +173,16 @@ void measure(benchmark::State& state, const Work& work)
     state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
 }
 
+// For work that has to show.
+template <class List, class Work>
+void measurePainted(benchmark::State& state, const List& list, const Work& work)
+{
+    const int before = list.paintEvents();
+    measure(state, work);
+    if (list.paintEvents() == before)
+        state.SkipWithError("nothing was painted");
+}
+
 size_t allocated()
 {
     const struct mallinfo2 info = mallinfo2();
@@ -182,7 +197,7 @@ void append(benchmark::State& state, int number)
         List list;
         list.settle();
         const size_t before = allocated();
-        measure(state, [&] {
+        measurePainted(state, list, [&] {
             fill(list, number);
             list.settle();
         });
@@ -197,7 +212,7 @@ void insertAtFront(benchmark::State& state, int number)
     list.scrollToTop();
     list.settle();
     for (auto _ : state) {
-        measure(state, [&] {
+        measurePainted(state, list, [&] {
             list.insert(QStringLiteral("new"), 0);
             list.settle();
         });
@@ -213,7 +228,7 @@ void removeFirst(benchmark::State& state, int number)
     list.scrollToTop();
     list.settle();
     for (auto _ : state) {
-        measure(state, [&] {
+        measurePainted(state, list, [&] {
             list.remove(0);
             list.settle();
         });
@@ -236,7 +251,7 @@ void pressKeys(benchmark::State& state, int number, int there, int back)
     list.makeLastCurrent();
     list.settle();
     for (auto _ : state) {
-        measure(state, [&] {
+        measurePainted(state, list, [&] {
             for (const int key : {there, back}) {
                 press(list, key);
                 list.settle();
@@ -262,7 +277,7 @@ void repaint(benchmark::State& state, int number)
 {
     auto& list = keptList<List>(number);
     for (auto _ : state)
-        measure(state, [&] { list.viewport()->repaint(); });
+        measurePainted(state, list, [&] { list.viewport()->repaint(); });
 }
 
 template <class List>
@@ -318,7 +333,7 @@ void changeText(benchmark::State& state, int number)
     list.scrollToTop();
     list.settle();
     for (auto _ : state) {
-        measure(state, [&] {
+        measurePainted(state, list, [&] {
             list.change(QStringLiteral("another text"), 3);
             list.settle();
         });
