@@ -421,6 +421,12 @@ int ItemChain::widthAt(const ItemChunk& chunk, size_t offset)
     return chunk.items[offset]->measuredWidth;
 }
 
+void ItemChain::forgetFont()
+{
+    m_widths.reset();
+    TextWidths::forgetFonts();
+}
+
 bool ItemChain::measure()
 {
     if (!m_widths || m_font != m_box->font() || m_strut != globalStrut()) {

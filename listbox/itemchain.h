@@ -99,6 +99,8 @@ public:
     template <class Visit>
     void visitSelected(const Visit& visit) const;
 
+    // To be called when fonts have come or gone: the same font may measure otherwise now.
+    void forgetFont();
     // Measures what needs it. False where an item that was asked changed the chain.
     bool measure();
     static void forgetSize(ListBoxSkinItem* item);

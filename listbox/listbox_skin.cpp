@@ -4,6 +4,7 @@
 #include "scroll/scrollbarskin.h"
 #include "toolkit/qstrlist.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -98,6 +99,11 @@ ListBoxSkin::ListBoxSkin(QWidget* parent, const char* name, WFlags f)
     d->visibleTimer = createTimer(this, "listbox visible timer", &ListBoxSkin::ensureCurrentVisible);
     d->inputTimer = createTimer(this, "listbox input timer", &ListBoxSkin::clearInputString);
     d->resizeTimer = createTimer(this, "listbox resize timer", &ListBoxSkin::adjustItems);
+
+    connect(qApp, &QGuiApplication::fontDatabaseChanged, this, [this] {
+        d->chain.forgetFont();
+        triggerUpdate(true);
+    });
 
     setMouseTracking(true);
     viewport()->setMouseTracking(true);

@@ -202,6 +202,11 @@ TextWidths::TextWidths(const QFont& font, const QFontMetrics& metrics) : m_font(
 
 TextWidths::~TextWidths() = default;
 
+void TextWidths::forgetFonts()
+{
+    keptPairs().clear();
+}
+
 int TextWidths::width(const QString& text)
 {
     if (!m_pairs && ++m_measured > fewTexts)

@@ -24,6 +24,9 @@ public:
     TextWidths(const QFont& font, const QFontMetrics& metrics);
     ~TextWidths();
 
+    // What is known of fonts is worthless once fonts have come or gone.
+    static void forgetFonts();
+
     const QFontMetrics& metrics() const { return m_metrics; }
     int width(const QString& text);
 

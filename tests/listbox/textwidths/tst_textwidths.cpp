@@ -1,3 +1,4 @@
+#include "listbox/listbox_skin.h"
 #include "listbox/textwidths.h"
 
 #include <QFontDatabase>
@@ -269,11 +270,15 @@ QString randomText(QRandomGenerator& random)
     return text;
 }
 
-// Empty where the machine's font cannot be taken apart.
-QString addFont(const Tables& rules)
+QString newFamily()
 {
     static int number = 0;
-    const QString family = QStringLiteral("Widths %1").arg(++number);
+    return QStringLiteral("Widths %1").arg(++number);
+}
+
+// Empty where the machine's font cannot be taken apart.
+QString addFont(const Tables& rules, const QString& family = newFamily())
+{
     Tables tables = plainTables();
     for (const auto& [tag, bytes] : rules)
         tables[tag] = bytes;
@@ -312,6 +317,7 @@ private slots:
     void fontsWithRules_data();
     void fontsWithRules();
     void longTexts();
+    void fontsThatComeLater();
 };
 
 void TestTextWidths::installedFonts()
@@ -402,6 +408,33 @@ void TestTextWidths::longTexts()
         if (text.size() % 37 == 0)
             QCOMPARE(widths.width(text), metrics.horizontalAdvance(text));
     }
+}
+
+// The same font measures otherwise once its family is there.
+void TestTextWidths::fontsThatComeLater()
+{
+    QStringList texts;
+    QRandomGenerator random(4);
+    for (int i = 0; i < 200; ++i)
+        texts << QStringLiteral("fact ") + QChar(random.bounded(0x20, 0x7f)) + " ft";
+    const QString family = newFamily();
+    ListBoxSkin box;
+    box.setFont(QFont(family, 20));
+    box.setRowMode(1);
+    box.setVariableWidth(true);
+    box.insertStringList(texts);
+    const auto sum = [&] {
+        int width = 0;
+        for (const QString& text : qAsConst(texts))
+            width += box.fontMetrics().horizontalAdvance(text) + 6;
+        return width;
+    };
+    const int before = sum();
+    QCOMPARE(int(box.maxItemWidth()), before);
+    if (addFont({{"GSUB", ligature(0)}}, family).isEmpty())
+        QSKIP("The machine's font has no tables of its own.");
+    QVERIFY(sum() != before);
+    QCOMPARE(int(box.maxItemWidth()), sum());
 }
 
 QTEST_MAIN(TestTextWidths)
