@@ -18,9 +18,6 @@ namespace
 
 // What the user does not notice between two events.
 constexpr auto portion = 8ms;
-constexpr int wheelLines = 3;
-// Of a wheel with notches.
-constexpr double notch = QWheelEvent::DefaultDeltasPerStep;
 
 } // namespace
 
@@ -158,14 +155,7 @@ void DetailsView::contentsMouseReleaseEvent(QMouseEvent* event)
 
 void DetailsView::contentsWheelEvent(QWheelEvent* event)
 {
-    // Touch pads tell of pixels.
-    const double pixels = event->hasPixelDelta()
-                              ? event->pixelDelta().y()
-                              : event->angleDelta().y() * wheelLines * DetailsPage::scrollStep / notch;
-    m_wheelRest += pixels;
-    const double whole = std::trunc(m_wheelRest);
-    m_wheelRest -= whole;
-    scrollBy(0, -static_cast<int>(whole));
+    scrollBy(0, -m_wheel.pixels(*event, DetailsPage::scrollStep));
     event->accept();
 }
 

@@ -2,6 +2,7 @@
 #define SKINWIDGETS_PLAYER_DETAILS_DETAILSVIEW_H
 
 #include "player/details/detailspage.h"
+#include "player/wheelscroll.h"
 #include "scroll/scrollviewskin.h"
 
 #include <QTimer>
@@ -62,8 +63,7 @@ private:
     // Where the stylus and the contents were when the drag began.
     int m_dragStart = 0;
     int m_dragContents = 0;
-    // What turns of the wheel have not yet made a pixel.
-    double m_wheelRest = 0;
+    WheelScroll m_wheel;
 };
 
 #endif
