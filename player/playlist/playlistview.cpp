@@ -6,6 +6,7 @@
 
 #include <QFontMetrics>
 #include <QSignalBlocker>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <memory>
@@ -70,6 +71,12 @@ void PlaylistView::showCurrentEntry()
 {
     ListBoxSkinItem* item = itemFor(m_playback->currentIndex());
     selectAlone(item ? item : firstItem());
+}
+
+void PlaylistView::contentsWheelEvent(QWheelEvent* event)
+{
+    scrollBy(0, -m_wheel.pixels(*event, m_look.rowHeight));
+    event->accept();
 }
 
 // Items ascend by index; without a filter the index is the place.

@@ -4,6 +4,7 @@
 #include "listbox/listbox_skin.h"
 #include "player/playlist/playlistfilter.h"
 #include "player/playlist/playlistitem.h"
+#include "player/wheelscroll.h"
 
 class Playback;
 
@@ -34,6 +35,9 @@ signals:
     // What is shown or selected has changed.
     void shownChanged();
 
+protected:
+    void contentsWheelEvent(QWheelEvent* event) override;
+
 private:
     PlaylistItem* itemFor(int index) const;
     PlaylistItem* firstEntry() const { return static_cast<PlaylistItem*>(firstItem()); }
@@ -52,6 +56,7 @@ private:
     PlaylistFilter m_filter;
     // The index that bears the mark, -1 for none.
     int m_marked = -1;
+    WheelScroll m_wheel;
 };
 
 #endif

@@ -94,7 +94,7 @@ PlaylistScreen::PlaylistScreen(Playback* playback, PlaylistLoader* loader, QWidg
     : Screen("Playlist", parent),
       m_playback(playback),
       m_loader(loader),
-      m_view(new PlaylistView(playback, panel(), "playlist"))
+      m_view(new PlaylistView(playback, this, "playlist"))
 {
     const Config group = skinfiles::group(this, QStringLiteral("Playlist"));
     createView(group);
@@ -161,7 +161,7 @@ void PlaylistScreen::createTexts(const Config& group)
         m_status->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         setTextColor(m_status, color(group, QStringLiteral("text_color"), look.text));
     }
-    m_hint = new QLabel(panel());
+    m_hint = new QLabel(this);
     m_hint->setGeometry(m_view->geometry());
     m_hint->setAttribute(Qt::WA_TransparentForMouseEvents);
     m_hint->setAlignment(Qt::AlignCenter);
@@ -174,7 +174,7 @@ void PlaylistScreen::createFilter(const Config& group)
     const QRect place = skinfiles::rect(group, QStringLiteral("filter"));
     if (place.isEmpty())
         return;
-    m_filter = new QLineEdit(panel());
+    m_filter = new QLineEdit(this);
     m_filter->setObjectName(QStringLiteral("filter"));
     m_filter->setGeometry(place);
     m_filter->setFrame(false);
@@ -189,7 +189,6 @@ void PlaylistScreen::createFilter(const Config& group)
     palette.setColor(QPalette::Highlight, color(group, QStringLiteral("accent_color"), look.accent));
     m_filter->setPalette(palette);
     connect(m_filter, &QLineEdit::textChanged, this, &PlaylistScreen::filterChanged);
-    connect(m_filter, &QLineEdit::returnPressed, this, &PlaylistScreen::toList);
 }
 
 void PlaylistScreen::addButtons()
@@ -220,11 +219,12 @@ void PlaylistScreen::addAllKeys()
         addKeyOn(m_view, key, [this] { panel()->setFocus(); });
     for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down})
         addKeyOn(panel(), key, [this] { toList(); });
-    if (m_filter)
-        addKeyOn(m_filter, Qt::Key_Down, [this] { toList(); });
+    if (!m_filter)
+        return;
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Return, Qt::Key_Enter})
+        addKeyOn(m_filter, key, [this] { toList(); });
 }
 
-// The widget itself makes nothing of the key.
 void PlaylistScreen::addKeyOn(QWidget* widget, Qt::Key key, const Action& action)
 {
     auto* shortcut = new QShortcut(QKeySequence(key), widget);
@@ -301,9 +301,11 @@ void PlaylistScreen::operate()
     updateLater();
 }
 
+// Begun anew each time, the timer would not get its turn while something is read.
 void PlaylistScreen::updateLater()
 {
-    m_updateTimer.start(0);
+    if (!m_updateTimer.isActive())
+        m_updateTimer.start(0);
 }
 
 void PlaylistScreen::refresh()
