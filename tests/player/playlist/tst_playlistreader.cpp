@@ -39,6 +39,9 @@ private slots:
     void playlistsInPlaylists();
     void circlesOfPlaylistsComeToAnEnd();
     void deepPlaylistsComeToAnEnd();
+    void damagedPlaylistIsTold();
+    void unreadablePlaylistIsTold();
+    void deepFoldersComeToAnEnd();
     void plainPlaylistIsTakenAsItIs();
     void readsAfterWhatIsBeingRead();
     void cancelDropsTheRest();
@@ -254,6 +257,38 @@ void TestPlaylistReader::deepPlaylistsComeToAnEnd()
     const QStringList files = readAll({path("0.m3u")});
     QCOMPARE(files.first(), QStringLiteral("0.ogg"));
     QVERIFY(files.size() > 100 && files.size() < depth);
+    QCOMPARE(m_failed.size(), 1);
+}
+
+void TestPlaylistReader::damagedPlaylistIsTold()
+{
+    write("list.m3u", "a.ogg\n\x01\x02\nb.ogg\n" + QByteArray(100000, 'x'));
+    QCOMPARE(readAll({path("list.m3u")}), (QStringList{"a.ogg", "b.ogg"}));
+    QCOMPARE(m_failed.size(), 1);
+    QCOMPARE(m_failed[0][0].toString(), path("list.m3u"));
+    QVERIFY(m_failed[0][1].toString().contains('2'));
+}
+
+void TestPlaylistReader::unreadablePlaylistIsTold()
+{
+    write("list.m3u", "a.ogg\n");
+    write("b.ogg");
+    QVERIFY(QFile::setPermissions(path("list.m3u"), {}));
+    if (QFileInfo(path("list.m3u")).isReadable())
+        QSKIP("this user reads everything");
+    QCOMPARE(readAll({path("list.m3u"), path("b.ogg")}), QStringList{"b.ogg"});
+    QCOMPARE(m_failed.size(), 1);
+}
+
+void TestPlaylistReader::deepFoldersComeToAnEnd()
+{
+    QString folder = path();
+    for (int i = 0; i < PlaylistReader::maxDepth + 50; ++i)
+        folder += QStringLiteral("/f");
+    QVERIFY(QDir().mkpath(folder));
+    write("f/f/a.ogg");
+    QCOMPARE(readAll({path()}), QStringList{"f/f/a.ogg"});
+    QCOMPARE(m_failed.size(), 1);
 }
 
 void TestPlaylistReader::plainPlaylistIsTakenAsItIs()
