@@ -51,6 +51,19 @@ private slots:
     void removedFileGivesWayToTheShuffledOrder();
     void orderSignalsTellOfChangesOnly();
     void receiverMayDeleteAtTheEnd();
+    void playsAnyEntry();
+    void removalBeforeTheCurrentEntryLeavesIt();
+    void removedCurrentEntryGivesWay_data();
+    void removedCurrentEntryGivesWay();
+    void removalOfTheLastEntryStops();
+    void emptiedListUnloads();
+    void replacedListUnloads();
+    void goesOnWithAppendedEntries();
+    void waitsForAGrowingList();
+    void endOfGrowingEndsPlayback();
+    void notesLengthsAndWhatIsMissing();
+    void longListOfMissingFilesComesToAnEnd();
+    void receiverMayDeleteOnRemoval();
 
 private:
     QString shippedSound() const { return qEnvironmentVariable("QPEDIR") + QStringLiteral("sounds/night_walk.ogg"); }
@@ -594,6 +607,178 @@ void TestPlayback::receiverMayDeleteAtTheEnd()
     });
     playback->open({m_brief});
     QTRY_COMPARE(destroyed.count(), 1);
+}
+
+void TestPlayback::playsAnyEntry()
+{
+    Playback playback;
+    playback.openEntries({{m_long, QString(), -1, false}, {m_short, QString(), -1, false}}, 1);
+    QCOMPARE(playback.currentFile(), m_short);
+    playback.playAt(0);
+    QCOMPARE(playback.currentFile(), m_long);
+    playback.playAt(2);
+    playback.playAt(-1);
+    QCOMPARE(playback.currentIndex(), 0);
+    playback.pause();
+    playback.playAt(1);
+    QVERIFY(playback.isPlaying());
+}
+
+void TestPlayback::removalBeforeTheCurrentEntryLeavesIt()
+{
+    Playback playback;
+    playback.open({m_short, m_short, m_long, m_short});
+    playback.playAt(2);
+    QTRY_VERIFY(playback.position() > 200);
+    QSignalSpy changed(&playback, &Playback::currentChanged);
+    playback.playlist()->remove({0, 1, 3});
+    QCOMPARE(playback.currentIndex(), 0);
+    QCOMPARE(playback.currentFile(), m_long);
+    QCOMPARE(changed.count(), 0);
+    QVERIFY(playback.position() > 200);
+}
+
+void TestPlayback::removedCurrentEntryGivesWay_data()
+{
+    QTest::addColumn<QList<int>>("removed");
+    QTest::addColumn<int>("index");
+    QTest::addColumn<int>("was");
+    QTest::newRow("it alone") << QList<int>{1} << 1 << 2;
+    QTest::newRow("and before") << QList<int>{0, 1} << 0 << 2;
+    QTest::newRow("and behind") << QList<int>{1, 2} << 1 << 3;
+    QTest::newRow("all but the last") << QList<int>{0, 1, 2} << 0 << 3;
+}
+
+void TestPlayback::removedCurrentEntryGivesWay()
+{
+    QFETCH(QList<int>, removed);
+    QFETCH(int, index);
+    QFETCH(int, was);
+    Playback playback;
+    const QStringList files{m_sounds.tone("0.wav", 5000), m_long, m_sounds.tone("2.wav", 5000),
+                            m_sounds.tone("3.wav", 5000)};
+    playback.open(files);
+    playback.playAt(1);
+    QSignalSpy changed(&playback, &Playback::currentChanged);
+    playback.playlist()->remove(removed);
+    QCOMPARE(playback.currentIndex(), index);
+    QCOMPARE(playback.currentFile(), files.at(was));
+    QCOMPARE(changed, (QList<QVariantList>{{files.at(was)}}));
+    QVERIFY(playback.isPlaying());
+    QTRY_VERIFY(playback.position() > 0);
+}
+
+void TestPlayback::removalOfTheLastEntryStops()
+{
+    Playback playback;
+    playback.open({m_short, m_long});
+    playback.playAt(1);
+    QSignalSpy playing(&playback, &Playback::playingChanged);
+    playback.playlist()->remove({1});
+    QVERIFY(!playback.isPlaying());
+    QCOMPARE(playing, (QList<QVariantList>{{false}}));
+    QCOMPARE(playback.currentFile(), m_short);
+    playback.play();
+    QTRY_VERIFY(playback.position() > 0);
+}
+
+void TestPlayback::emptiedListUnloads()
+{
+    Playback playback;
+    playback.open({m_long, m_short});
+    QTRY_VERIFY(playback.position() > 0);
+    QSignalSpy changed(&playback, &Playback::currentChanged);
+    playback.playlist()->remove({0, 1});
+    QVERIFY(!playback.isPlaying());
+    QCOMPARE(playback.currentIndex(), -1);
+    QCOMPARE(changed, (QList<QVariantList>{{QString()}}));
+    QCOMPARE(playback.duration(), 0);
+    playback.play();
+    playback.next();
+    QVERIFY(!playback.isPlaying());
+}
+
+void TestPlayback::replacedListUnloads()
+{
+    Playback playback;
+    playback.open({m_long});
+    playback.playlist()->replace({{m_short, QString(), -1, false}});
+    QCOMPARE(playback.currentIndex(), -1);
+    QVERIFY(!playback.isPlaying());
+    playback.play();
+    QCOMPARE(playback.currentFile(), m_short);
+}
+
+void TestPlayback::goesOnWithAppendedEntries()
+{
+    Playback playback;
+    playback.open({m_short});
+    playback.playlist()->append({{m_long, QString(), -1, false}});
+    QTRY_COMPARE(playback.currentFile(), m_long);
+    QVERIFY(playback.isPlaying());
+}
+
+void TestPlayback::waitsForAGrowingList()
+{
+    Playback playback;
+    playback.open({m_brief});
+    playback.playlist()->setGrowing(true);
+    QTRY_VERIFY(playback.position() > 0);
+    QTest::qWait(1000);
+    QVERIFY(playback.isPlaying());
+    QCOMPARE(playback.currentFile(), m_brief);
+    playback.playlist()->append({{m_long, QString(), -1, false}});
+    QTRY_COMPARE(playback.currentFile(), m_long);
+    QVERIFY(playback.isPlaying());
+}
+
+void TestPlayback::endOfGrowingEndsPlayback()
+{
+    Playback playback;
+    playback.open({m_brief});
+    playback.playlist()->setGrowing(true);
+    QTRY_VERIFY(playback.position() > 0);
+    QTest::qWait(1000);
+    QVERIFY(playback.isPlaying());
+    playback.playlist()->setGrowing(false);
+    QTRY_VERIFY(!playback.isPlaying());
+}
+
+void TestPlayback::notesLengthsAndWhatIsMissing()
+{
+    Playback playback;
+    playback.open({m_sounds.path("none.wav"), m_long});
+    QTRY_COMPARE(playback.playlist()->at(1).seconds, 20);
+    QVERIFY(playback.playlist()->at(0).isMissing);
+    QVERIFY(!playback.playlist()->at(1).isMissing);
+    // It may be there again later.
+    playback.playAt(0);
+    m_sounds.tone("none.wav", 2000);
+    playback.playAt(0);
+    QVERIFY(!playback.playlist()->at(0).isMissing);
+    QTRY_VERIFY(playback.position() > 0);
+}
+
+void TestPlayback::longListOfMissingFilesComesToAnEnd()
+{
+    Playback playback;
+    QSignalSpy failed(&playback, &Playback::fileFailed);
+    QStringList files;
+    for (int i = 0; i < 5000; ++i)
+        files << m_sounds.path(QStringLiteral("missing %1.wav").arg(i));
+    files << m_long;
+    playback.open(files);
+    QTRY_COMPARE_WITH_TIMEOUT(playback.currentFile(), m_long, 30000);
+    QCOMPARE(failed.count(), 5000);
+}
+
+void TestPlayback::receiverMayDeleteOnRemoval()
+{
+    auto* playback = new Playback;
+    playback->open({m_long, m_short});
+    connect(playback, &Playback::currentChanged, this, [&playback] { delete std::exchange(playback, nullptr); });
+    playback->playlist()->remove({0});
+    QVERIFY(!playback);
 }
 
 QTEST_GUILESS_MAIN(TestPlayback)
