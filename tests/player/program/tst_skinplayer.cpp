@@ -23,6 +23,10 @@ private slots:
     void screenshotShowsThePlayer();
     void orderOfTheLastTimeComesBack();
     void screenshotOfTheDetails();
+    void screenshotOfThePlaylist();
+    void playlistIsThereAtTheNextStart();
+    void playlistFileIsRead();
+    void folderIsRead();
     void screenshotAtAPosition_data();
     void screenshotAtAPosition();
     void screenshotThatCannotBeWrittenFails();
@@ -38,6 +42,12 @@ private:
     };
     static Result run(const QStringList& arguments);
     static Result run(const QStringList& arguments, const QProcessEnvironment& environment);
+    QString keptList() const { return m_files.path("data/skinplayer/playlist.m3u8"); }
+    static QByteArray read(const QString& name)
+    {
+        QFile file(name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
 
     SoundFiles m_files;
 };
@@ -74,11 +84,12 @@ void TestSkinplayer::helpNamesEveryOption()
 {
     const Result result = run({"--help"});
     QCOMPARE(result.exitCode, 0);
-    for (const char* option :
-         {"--skin", "--screenshot", "--quit-after", "--position", "--screen", "--version", "[files...]"})
+    for (const char* option : {"--skin", "--screenshot", "--quit-after", "--position", "--screen", "--no-kept-playlist",
+                               "--version", "[files...]"})
         QVERIFY2(result.out.contains(option), option);
     for (const char* key : {"Left, Right, Return", "Page Up, Shift+Left", "Page Down, Shift+Right", "Up, Down", "  M ",
-                            "  S, R ", "B, Insert", "Delete, Backspace", "  I ", "Escape", "Home, End"})
+                            "  S, R ", "B, Insert", "Delete, Backspace", "  I ", "  P ", "Escape", "Home, End",
+                            "Insert, Delete", "Ctrl+S", "Ctrl+F"})
         QVERIFY2(result.out.contains(key), key);
 }
 
@@ -201,6 +212,68 @@ void TestSkinplayer::screenshotOfTheDetails()
     QCOMPARE(picture.copy(16, 39, 104, 104).convertToFormat(QImage::Format_RGB32), cover);
     const QImage background(qEnvironmentVariable("QPEDIR") + QStringLiteral("pics/night/list_bg.png"));
     QCOMPARE(picture.pixelColor(400, 10).rgb(), background.pixelColor(400, 10).rgb());
+}
+
+void TestSkinplayer::screenshotOfThePlaylist()
+{
+    const QString file = m_files.path("playlist.png");
+    const QString tone = m_files.tone("song.wav", 20000);
+    const Result result = run({"--screen", "playlist", "--screenshot", file, tone, tone});
+    QCOMPARE(result.exitCode, 0);
+    const QImage picture(file);
+    QCOMPARE(picture.size(), QSize(480, 272));
+    // The first of two entries plays and is selected; below them there is the skin's ground.
+    QCOMPARE(picture.pixelColor(300, 37), QColor(0xff, 0x66, 0x00));
+    const QImage background(qEnvironmentVariable("QPEDIR") + QStringLiteral("pics/night/playlist_bg.png"));
+    QCOMPARE(picture.pixelColor(300, 61).rgb(), background.pixelColor(300, 61).rgb());
+    QCOMPARE(picture.pixelColor(300, 150).rgb(), background.pixelColor(300, 150).rgb());
+}
+
+void TestSkinplayer::playlistIsThereAtTheNextStart()
+{
+    const QString a = m_files.tone("a.wav", 20000);
+    const QString b = m_files.tone("b.wav", 20000);
+    QCOMPARE(run({"--quit-after", "1", a, b}).exitCode, 0);
+    const QByteArray kept = read(keptList());
+    QVERIFY2(kept.contains(a.toUtf8()) && kept.contains(b.toUtf8()), kept);
+    // Without files it comes back, and stays.
+    QCOMPARE(run({"--quit-after", "1"}).exitCode, 0);
+    QCOMPARE(read(keptList()).count(".wav"), 2);
+    // Whoever does not want that leaves it alone.
+    QCOMPARE(run({"--quit-after", "1", "--no-kept-playlist", b}).exitCode, 0);
+    QCOMPARE(read(keptList()).count(".wav"), 2);
+    // Zeros in it are told, and lose nothing.
+    m_files.file("data/skinplayer/playlist.m3u8", QByteArray(1000, '\0'));
+    const Result result = run({"--quit-after", "1"});
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY2(result.err.contains("playlist.m3u8"), result.err);
+    QCOMPARE(read(m_files.path("data/skinplayer/playlist-before.m3u8")), QByteArray(1000, '\0'));
+}
+
+void TestSkinplayer::playlistFileIsRead()
+{
+    const QString a = m_files.tone("a.wav", 20000);
+    const QString list =
+        m_files.file("list.m3u", "\xef\xbb\xbf#EXTM3U\r\n#EXTINF:20,The title\r\na.wav\r\ngone.wav\r\n");
+    QCOMPARE(run({"--quit-after", "1", list}).exitCode, 0);
+    const QByteArray kept = read(keptList());
+    QVERIFY2(kept.contains("#EXTINF:20,The title\n" + a.toUtf8() + '\n'), kept);
+    QVERIFY2(kept.contains("/gone.wav\n"), kept);
+}
+
+void TestSkinplayer::folderIsRead()
+{
+    QVERIFY(QDir().mkpath(m_files.path("folder/deep")));
+    const QString two = m_files.tone("folder/2.wav", 20000);
+    const QString ten = m_files.tone("folder/10.wav", 20000);
+    const QString deep = m_files.tone("folder/deep/1.wav", 20000);
+    m_files.text("folder/read me.txt");
+    QCOMPARE(run({"--quit-after", "1", m_files.path("folder")}).exitCode, 0);
+    const QByteArray kept = read(keptList());
+    QCOMPARE(kept.count(".wav"), 3);
+    QCOMPARE(kept.count(".txt"), 0);
+    QVERIFY(kept.indexOf(two.toUtf8()) < kept.indexOf(ten.toUtf8()));
+    QVERIFY(kept.indexOf(ten.toUtf8()) < kept.indexOf(deep.toUtf8()));
 }
 
 void TestSkinplayer::screenshotAtAPosition_data()
