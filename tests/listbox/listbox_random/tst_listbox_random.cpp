@@ -354,7 +354,6 @@ private:
     bool same(Box& box, SignalLog& log, Model& model);
 
     std::vector<std::pair<std::unique_ptr<ListBoxSkinItem>, Model::Entry>> m_taken;
-    int m_next = 0;
 };
 
 void TestListBoxRandom::againstModel_data()
