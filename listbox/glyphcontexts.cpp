@@ -215,19 +215,19 @@ void GlyphContexts::readSubtable(Table& table, int subtable, int type, int flags
     const int contextual = positioning ? 7 : 5;
     if (type == contextual || type == contextual + 1) {
         readContext(table, subtable, type == contextual + 1);
-    } else if ((flags & (ignoreBaseGlyphs | ignoreLigatures)) != 0) {
-        // Glyphs that are ignored let others go together across them.
-        markCovered(table, coverage);
-    } else if (!positioning && type == ligatureSubstitution) {
-        readLigatures(table, subtable);
-    } else if (positioning && type == pairPositioning) {
-        // A pair whose second glyph is placed, too, keeps that from being the first of the next pair.
-        if (table.number16(subtable + 6) != 0)
-            markCovered(table, coverage);
-    } else {
-        // Of single glyphs, of marks (which are covered first), or unknown.
-        markCovered(table, coverage);
+        return;
     }
+    // Glyphs that are ignored let others go together across them.
+    const bool neighboursOnly = (flags & (ignoreBaseGlyphs | ignoreLigatures)) == 0;
+    if (neighboursOnly && !positioning && type == ligatureSubstitution) {
+        readLigatures(table, subtable);
+        return;
+    }
+    // A pair whose second glyph is placed, too, keeps that from being the first of the next pair.
+    const bool kernsPairs = positioning && type == pairPositioning && table.number16(subtable + 6) == 0;
+    // All others are of single glyphs, of marks (which are covered first), or unknown.
+    if (!neighboursOnly || !kernsPairs)
+        markCovered(table, coverage);
 }
 
 void GlyphContexts::readLigatures(Table& table, int subtable)

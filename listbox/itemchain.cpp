@@ -235,8 +235,9 @@ void ItemChain::deleteAll()
     ++m_version;
 
     ++m_deleting;
+    // Each round takes one out.
     while (ListBoxSkinItem* item = m_doomed) {
-        leaveDoomed(item);
+        leaveDoomed(item); // NOLINT(clang-analyzer-cplusplus.NewDelete)
         item->p = nullptr;
         item->n = nullptr;
         if (!item->constructing)
@@ -441,10 +442,11 @@ bool ItemChain::measure()
 
     const unsigned int version = m_version;
     m_asksAgain = false;
-    for (size_t slot = 0; slot < m_entries.size(); ++slot) {
-        ItemChunk& chunk = *m_entries[slot].chunk;
+    for (const Entry& entry : m_entries) {
+        ItemChunk& chunk = *entry.chunk;
         if (chunk.measurement == m_measurement && !chunk.asksAgain)
             continue;
+        // Once an item has changed the chain, the entries may be others.
         if (!measureChunk(chunk) || version != m_version) {
             m_asksAgain = true;
             return false;

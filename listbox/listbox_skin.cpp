@@ -215,7 +215,7 @@ void ListBoxSkin::insertStringList(const QStringList& list, int index)
 {
     const QPointer<ListBoxSkin> self(this);
     // A receiver may change the list that is being read.
-    const QStringList strings = list;
+    const QStringList strings = list; // NOLINT(performance-unnecessary-copy-initialization)
     for (const QString& string : strings) {
         if (!self)
             return;
@@ -365,7 +365,7 @@ void ListBoxSkin::clear()
     d->mousePressRow = -1;
     d->mousePressColumn = -1;
     d->selectable.clear();
-    clearSelection();
+    clearSelection(); // NOLINT(clang-analyzer-optin.cplusplus.VirtualCall)
     blockSignals(blocked);
     triggerUpdate(true);
     d->clearing = clearing;
@@ -825,7 +825,8 @@ void ListBoxSkin::ensureCurrentVisible()
 void ListBoxSkin::setFixedVisibleLines(int lines)
 {
     constPolish();
-    const qint64 height = qint64(std::max(lines, 0)) * skinwidgets::lineHeight(fontMetrics()) + 2 * frameWidth();
+    const qint64 height =
+        qint64(std::max(lines, 0)) * skinwidgets::lineHeight(fontMetrics()) + 2 * qint64(frameWidth());
     setFixedHeight(int(std::min<qint64>(height, QWIDGETSIZE_MAX)));
 }
 
@@ -1123,7 +1124,7 @@ bool ListBoxSkin::mayOverrideSetSelected() const
 void ListBoxSkin::selectAll(bool select)
 {
     if (!isMultiSelection()) {
-        setSelected(d->current, select);
+        setSelected(d->current, select); // NOLINT(clang-analyzer-optin.cplusplus.VirtualCall)
         return;
     }
     const QPointer<ListBoxSkin> self(this);
