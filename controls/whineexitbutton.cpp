@@ -57,15 +57,8 @@ void WhineExitButton::focusInEvent(QFocusEvent* event)
 
 void WhineExitButton::focusOutEvent(QFocusEvent* event)
 {
-    // Without the focus a held button is let go. The base's handler would do so too, but goes on working on a button
-    // that a receiver of released() may have deleted.
-    if (isDown() && event->reason() != Qt::PopupFocusReason) {
-        const QPointer<WhineExitButton> self(this);
-        setDown(false);
-        emit released();
-        if (!self)
-            return;
-    }
+    const QPointer<WhineExitButton> self(this);
     QButton::focusOutEvent(event);
-    setBackgroundPixmap(normalPixmap);
+    if (self)
+        setBackgroundPixmap(normalPixmap);
 }

@@ -10,7 +10,8 @@ class QPainter;
 
 /*
  * A button without a look of its own: it shows its background picture and nothing else, no focus frame either.
- * Pressing, toggling, repeating and their signals are those of QAbstractButton.
+ * Pressing, toggling, repeating and their signals are those of QAbstractButton. Any signal's receiver may delete the
+ * button; a button group does not hear of a release because the focus left.
  */
 class SKINWIDGETS_EXPORT QButton : public ToolkitWidget<QAbstractButton>
 {
@@ -26,6 +27,7 @@ protected:
     virtual void drawButton(QPainter* painter);
 
     void paintEvent(QPaintEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 };
 
 #endif
