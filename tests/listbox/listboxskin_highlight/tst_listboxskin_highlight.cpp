@@ -1,6 +1,7 @@
 #include "listbox/listboxfixture.h"
 
 #include <QPaintEvent>
+#include <QShowEvent>
 #include <QtTest>
 
 using namespace listboxtest;
@@ -49,6 +50,8 @@ public:
         events.clear();
     }
 
+    using Box::showEvent;
+
     QList<PaintedCell> cells;
     QList<QRegion> events;
 
@@ -59,6 +62,14 @@ protected:
         Box::viewportPaintEvent(event);
     }
 };
+
+uchar alphaOf(ScrollBarSkin* bar)
+{
+    struct Open : ScrollBarSkin {
+        static auto member() { return &Open::alphaOverride; }
+    };
+    return bar->*Open::member();
+}
 
 QImage groundImage(int w, int h)
 {
@@ -115,6 +126,7 @@ private slots:
     void alphaOfThePictures_data();
     void alphaOfThePictures();
     void alphaBeforeAnyPicture();
+    void alphaGoesToTheScrollBar();
     void clipRegionDecides();
     void noClipNoPicture();
     void imagesOfAllKinds_data();
@@ -133,6 +145,8 @@ private slots:
     void backgroundPixmap();
     void nullBackgroundPixmap();
     void showing();
+    void showingDropsTheRepaintOfEverything();
+    void showingForgetsWhereADragWas();
     void repaintsOnlyDirtyItems();
     void triggerUpdateRepaintsEverything();
     void focusRepaintsCurrentItem();
@@ -244,6 +258,14 @@ void TestListBoxSkinHighlight::alphaBeforeAnyPicture()
 }
 
 // Intended: the clip region is in device coordinates, so it does not matter where the painter has been moved to.
+void TestListBoxSkinHighlight::alphaGoesToTheScrollBar()
+{
+    Box box(QSize(100, 50));
+    QCOMPARE(alphaOf(box.verticalScrollBar()), uchar(255));
+    box.setAlphaOverride(77);
+    QCOMPARE(alphaOf(box.verticalScrollBar()), uchar(77));
+}
+
 void TestListBoxSkinHighlight::clipRegionDecides()
 {
     Box box(QSize(80, 60));
@@ -590,6 +612,41 @@ void TestListBoxSkinHighlight::showing()
     box.drag(QPoint(10, 20));
     QCOMPARE(box.currentItem(), (y + 20) / 15);
     box.release(QPoint(10, 20));
+}
+
+void TestListBoxSkinHighlight::showingDropsTheRepaintOfEverything()
+{
+    Watched box(QSize(100, 60));
+    box.blocks(20);
+    box.showSettled();
+    box.viewport()->QWidget::repaint();
+    box.triggerUpdate(true);
+    box.doLayout();
+    QShowEvent event;
+    box.showEvent(&event);
+    box.forget();
+    box.updateItem(1);
+    box.refreshSlot();
+    QCOMPARE(box.events, QList<QRegion>({QRegion(0, 15, 100, 15)}));
+}
+
+void TestListBoxSkinHighlight::showingForgetsWhereADragWas()
+{
+    Watched box(QSize(100, 50));
+    box.blocks(20);
+    box.showSettled();
+    box.press(QPoint(10, 5));
+    box.drag(QPoint(10, 35));
+    QCOMPARE(box.currentItem(), 2);
+    box.setCurrentItem(1);
+    // The cell that it is in already.
+    box.drag(QPoint(10, 36));
+    QCOMPARE(box.currentItem(), 1);
+    QShowEvent event;
+    box.showEvent(&event);
+    box.drag(QPoint(10, 35));
+    QCOMPARE(box.currentItem(), 2);
+    box.release(QPoint(10, 35));
 }
 
 void TestListBoxSkinHighlight::repaintsOnlyDirtyItems()
