@@ -149,12 +149,16 @@ private slots:
     void setCurrentItem_data();
     void setCurrentItem();
     void currentItemComesIntoView();
+    void movesRepaintOldAndNewItem_data();
+    void movesRepaintOldAndNewItem();
     void setSelected_data();
     void setSelected();
+    void setSelectedFindsTheCell();
     void selectAll_data();
     void selectAll();
     void operationsWithSignalsBlocked();
     void selectAllUsesTheVirtualOperation();
+    void firstKeySelectsByTheVirtualOperation();
     void invertSelection_data();
     void invertSelection();
     void toggleCurrentItem_data();
@@ -649,6 +653,39 @@ void TestListBoxSkinKeys::currentItemComesIntoView()
     QVERIFY(!timer->isActive());
 }
 
+void TestListBoxSkinKeys::movesRepaintOldAndNewItem_data()
+{
+    QTest::addColumn<Mode>("mode");
+    QTest::addColumn<bool>("bySelecting");
+    QTest::newRow("current in single mode") << Single << false;
+    QTest::newRow("current in multi mode") << Multi << false;
+    QTest::newRow("current in extended mode") << Extended << false;
+    QTest::newRow("current without selection") << NoSelection << false;
+    QTest::newRow("selected in single mode") << Single << true;
+}
+
+// Whether or not their selection changes.
+void TestListBoxSkinKeys::movesRepaintOldAndNewItem()
+{
+    QFETCH(Mode, mode);
+    QFETCH(bool, bySelecting);
+    Box box;
+    fill(box, 4);
+    box.setSelectionMode(mode);
+    makeCurrent(box, 0);
+    box.showSettled();
+    for (int i = 0; i < 4; ++i)
+        box.block(i)->dirty = false;
+    if (bySelecting)
+        box.setSelected(2, true);
+    else
+        box.setCurrentItem(2);
+    QVERIFY(box.block(0)->isDirty());
+    QVERIFY(!box.block(1)->isDirty());
+    QVERIFY(box.block(2)->isDirty());
+    QVERIFY(!box.block(3)->isDirty());
+}
+
 void TestListBoxSkinKeys::setSelected_data()
 {
     QTest::addColumn<Mode>("mode");
@@ -707,6 +744,18 @@ void TestListBoxSkinKeys::setSelected()
         QCOMPARE(box.isSelected(index), selection.contains('i' + QString::number(index)));
         QCOMPARE(box.isSelected(box.item(index)), box.isSelected(index));
     }
+}
+
+void TestListBoxSkinKeys::setSelectedFindsTheCell()
+{
+    Box box;
+    fill(box, 6);
+    box.setColumnMode(2);
+    box.setCurrentItem(0);
+    box.doLayout();
+    QCOMPARE(QPoint(box.currentColumn(), box.currentRow()), QPoint(0, 0));
+    box.setSelected(5, true);
+    QCOMPARE(QPoint(box.currentColumn(), box.currentRow()), QPoint(1, 2));
 }
 
 void TestListBoxSkinKeys::selectAll_data()
@@ -804,6 +853,21 @@ void TestListBoxSkinKeys::selectAllUsesTheVirtualOperation()
     makeCurrent(box, 2);
     box.selectAll(true);
     QCOMPARE(box.calls, 9);
+}
+
+// Though making it current has selected the first item already.
+void TestListBoxSkinKeys::firstKeySelectsByTheVirtualOperation()
+{
+    Counting box;
+    fill(box, 4);
+    QVERIFY(!press(box, QStringLiteral("Down")));
+    QCOMPARE(box.currentItem(), 0);
+    QCOMPARE(box.calls, 1);
+    Counting other;
+    fill(other, 4);
+    other.setSelectionMode(Multi);
+    QVERIFY(!press(other, QStringLiteral("Down")));
+    QCOMPARE(other.calls, 0);
 }
 
 void TestListBoxSkinKeys::invertSelection_data()
