@@ -284,6 +284,7 @@ private slots:
     void burstOfResizes();
     void noLayoutWhileResizing();
     void resizeEventOfAHiddenListBox();
+    void newSizeOfAHiddenListBox();
     void barIsNoResize();
     void adjustItemsLaysOut();
 
@@ -1019,6 +1020,11 @@ void TestListBoxSkinModel::refreshPaintsTheDirty()
     box.triggerUpdate(true);
     box.refreshSlot();
     QCOMPARE(box.paintedCells.size(), 5);
+    // Everything once only.
+    box.paintedCells.clear();
+    box.updateItem(3);
+    box.refreshSlot();
+    QCOMPARE(box.paintedCells, (QList<QPoint>{{0, 3}}));
 }
 
 // Those that are too wide to be seen whole stay dirty; those half in sight are painted each time.
@@ -1120,6 +1126,19 @@ void TestListBoxSkinModel::resizeEventOfAHiddenListBox()
     box.settle();
     box.doLayout();
     QCOMPARE(sumOfMeasurings(box), measured + 3);
+}
+
+// It gets no event before it is shown.
+void TestListBoxSkinModel::newSizeOfAHiddenListBox()
+{
+    Box box;
+    box.blocks(2);
+    for (const QSize size : {QSize(130, 75), QSize(300, 200), QSize(60, 40)}) {
+        box.resize(size.width(), size.height());
+        box.doLayout();
+        QCOMPARE(QSize(box.contentsWidth(), box.contentsHeight()), size);
+        QCOMPARE(box.itemRect(box.item(0)), QRect(0, 0, size.width(), 15));
+    }
 }
 
 // The frame that makes way for a bar is told a size, too.
