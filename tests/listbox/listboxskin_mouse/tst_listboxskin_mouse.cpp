@@ -140,6 +140,7 @@ private slots:
     void rubberBand();
     void rubberBandKeepsUntilReleased();
     void rubberBandAndDeletedCurrentItem();
+    void rubberBandAndInsertedItem();
     void noRubberBand_data();
     void noRubberBand();
     void scrollTimer();
@@ -633,6 +634,25 @@ void TestListBoxSkinMouse::rubberBandAndDeletedCurrentItem()
     box.release(QPoint(60, 50));
     QCOMPARE(box.currentItem(), -1);
     QVERIFY(!box.isRubberSelecting());
+}
+
+// None is current for as long as the band is there, though the list box has the focus.
+void TestListBoxSkinMouse::rubberBandAndInsertedItem()
+{
+    Box box(QSize(viewWidth, 100));
+    fill(box, 4);
+    box.setSelectionMode(Multi);
+    makeCurrent(box, 1);
+    box.showSettled();
+    box.focusNow();
+    box.press(QPoint(30, 80));
+    box.drag(QPoint(60, 70));
+    SignalLog log(&box);
+    box.insertItem(new Block(40, 15, QStringLiteral("new")));
+    QCOMPARE(log.take(), QStringList());
+    QCOMPARE(box.currentItem(), -1);
+    box.release(QPoint(60, 70));
+    QCOMPARE(box.currentItem(), 1);
 }
 
 void TestListBoxSkinMouse::noRubberBand_data()
