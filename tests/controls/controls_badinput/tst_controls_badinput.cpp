@@ -65,7 +65,7 @@ void exercise(Button& button)
 } // namespace
 
 // Missing, damaged and hostile input: nothing is shown in its place, nothing is printed and nothing breaks.
-class tst_ControlsBadInput : public QObject
+class TestControlsBadInput : public QObject
 {
     Q_OBJECT
 
@@ -98,7 +98,7 @@ private:
     std::unique_ptr<Surroundings> surroundings;
 };
 
-void tst_ControlsBadInput::names_data()
+void TestControlsBadInput::names_data()
 {
     QTest::addColumn<QByteArray>("name");
     for (const char* name : {"", "/", "//", ".", "..", "../", "../secret", "a/../../../secret", "/etc/hostname", "%s%n",
@@ -109,7 +109,7 @@ void tst_ControlsBadInput::names_data()
 }
 
 // There are pictures around the picture folder, which no name leads to.
-void tst_ControlsBadInput::names()
+void TestControlsBadInput::names()
 {
     QFETCH(QByteArray, name);
     for (const char* ending : {"_normal", "_bt", "2_bt", "_normal2"}) {
@@ -141,7 +141,7 @@ void tst_ControlsBadInput::names()
     QCOMPARE(exitButton.objectName(), QString::fromLatin1(name));
 }
 
-void tst_ControlsBadInput::nullName()
+void TestControlsBadInput::nullName()
 {
     // The name is what stands before the endings, so that these files are the ones of no name.
     surroundings->picture("app/_normal", plain(3, 3, red));
@@ -158,7 +158,7 @@ void tst_ControlsBadInput::nullName()
     exercise(button);
 }
 
-void tst_ControlsBadInput::applicationNames_data()
+void TestControlsBadInput::applicationNames_data()
 {
     QTest::addColumn<QString>("application");
     for (const char* name : {"/", "..", "../..", "/etc", "a/../..", "%s", "\n"})
@@ -166,7 +166,7 @@ void tst_ControlsBadInput::applicationNames_data()
     QTest::newRow("10000 characters") << QString(10000, 'n');
 }
 
-void tst_ControlsBadInput::applicationNames()
+void TestControlsBadInput::applicationNames()
 {
     QFETCH(QString, application);
     plain(8, 8, red).save(surroundings->installation.root() + "/play_normal.png");
@@ -181,7 +181,7 @@ void tst_ControlsBadInput::applicationNames()
     bar.grab();
 }
 
-void tst_ControlsBadInput::namesWithSlashes()
+void TestControlsBadInput::namesWithSlashes()
 {
     surroundings->picture("app/set/play_normal", plain(3, 3, red));
     surroundings->picture("set/play_bt", plain(8, 8, blue));
@@ -193,14 +193,14 @@ void tst_ControlsBadInput::namesWithSlashes()
     COMPARE_PICTURES(cut.pixmaps[0][3].toImage(), plain(2, 8, blue));
 }
 
-void tst_ControlsBadInput::narrowStrips_data()
+void TestControlsBadInput::narrowStrips_data()
 {
     QTest::addColumn<int>("width");
     for (const int width : {1, 2, 3})
         QTest::addRow("%d", width) << width;
 }
 
-void tst_ControlsBadInput::narrowStrips()
+void TestControlsBadInput::narrowStrips()
 {
     QFETCH(int, width);
     surroundings->picture("play_bt", plain(width, 9, red));
@@ -217,7 +217,7 @@ void tst_ControlsBadInput::narrowStrips()
     exercise(button);
 }
 
-void tst_ControlsBadInput::damagedPictures_data()
+void TestControlsBadInput::damagedPictures_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     const QByteArray whole = png(pattern(80, 21));
@@ -234,7 +234,7 @@ void tst_ControlsBadInput::damagedPictures_data()
     QTest::newRow("flipped bytes") << flipped;
 }
 
-void tst_ControlsBadInput::damagedPictures()
+void TestControlsBadInput::damagedPictures()
 {
     QFETCH(QByteArray, bytes);
     for (const char* name : {"play_bt", "play2_bt", "app/play_normal", "app/title_bg", "app/close_normal"})
@@ -258,7 +258,7 @@ void tst_ControlsBadInput::damagedPictures()
     COMPARE_PICTURES(shown(bar), plain(480, 23, green));
 }
 
-void tst_ControlsBadInput::faultsAreToldWhenAsked()
+void TestControlsBadInput::faultsAreToldWhenAsked()
 {
     surroundings->picture("app/play_focus", plain(3, 3, red));
     surroundings->installation.write("app", "play_press.png", "no picture");
@@ -275,7 +275,7 @@ void tst_ControlsBadInput::faultsAreToldWhenAsked()
     QCOMPARE(printed.at(2), pics + "play_disable.* picture is missing");
 }
 
-void tst_ControlsBadInput::textsOfManyCharacters()
+void TestControlsBadInput::textsOfManyCharacters()
 {
     Window window("player", QSize(480, 100));
     Bar bar(&window);
@@ -297,7 +297,7 @@ void tst_ControlsBadInput::textsOfManyCharacters()
     QVERIFY(shown(bar) != plain(480, 23, green));
 }
 
-void tst_ControlsBadInput::nullPicturesEverywhere()
+void TestControlsBadInput::nullPicturesEverywhere()
 {
     LabelImage label(new QImage);
     setWindowColour(label, green);
@@ -322,7 +322,7 @@ void tst_ControlsBadInput::nullPicturesEverywhere()
     COMPARE_PICTURES(shown(exitButton), plain(10, 10, green));
 }
 
-void tst_ControlsBadInput::labelPicturesOfOddShapes()
+void TestControlsBadInput::labelPicturesOfOddShapes()
 {
     LabelImage label;
     label.resize(10, 10);
@@ -341,7 +341,7 @@ void tst_ControlsBadInput::labelPicturesOfOddShapes()
     }
 }
 
-void tst_ControlsBadInput::backgroundsOfOddShapes()
+void TestControlsBadInput::backgroundsOfOddShapes()
 {
     LabelImage label(new QImage(pattern(10, 10, 0, 128)));
     for (const QPoint at : {QPoint(), QPoint(-5000, 3), QPoint(QWIDGETSIZE_MAX, -QWIDGETSIZE_MAX)}) {
@@ -362,5 +362,5 @@ void tst_ControlsBadInput::backgroundsOfOddShapes()
     QCOMPARE(wide.backgroundPixmap()->size(), QSize(16384, 2));
 }
 
-QTEST_MAIN(tst_ControlsBadInput)
+QTEST_MAIN(TestControlsBadInput)
 #include "tst_controls_badinput.moc"

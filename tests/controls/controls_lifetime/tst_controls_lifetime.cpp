@@ -199,7 +199,7 @@ bool dies(const Action<Widget>& action, Victim victim, bool inAShownWindow)
 } // namespace
 
 // Receivers that delete the sender, its parent or its window.
-class tst_ControlsLifetime : public QObject
+class TestControlsLifetime : public QObject
 {
     Q_OBJECT
 
@@ -234,7 +234,7 @@ private:
     std::unique_ptr<Surroundings> surroundings;
 };
 
-void tst_ControlsLifetime::buttonSignals()
+void TestControlsLifetime::buttonSignals()
 {
     QFETCH(int, action);
     QFETCH(int, victim);
@@ -242,7 +242,7 @@ void tst_ControlsLifetime::buttonSignals()
         QVERIFY(dies(buttonActions()[action], Victim(victim), inAShownWindow));
 }
 
-void tst_ControlsLifetime::barSignals()
+void TestControlsLifetime::barSignals()
 {
     QFETCH(int, action);
     QFETCH(int, victim);
@@ -250,7 +250,7 @@ void tst_ControlsLifetime::barSignals()
         QVERIFY(dies(barActions()[action], Victim(victim), inAShownWindow));
 }
 
-void tst_ControlsLifetime::exitButtonSignals()
+void TestControlsLifetime::exitButtonSignals()
 {
     QFETCH(int, action);
     QFETCH(int, victim);
@@ -258,7 +258,7 @@ void tst_ControlsLifetime::exitButtonSignals()
         QVERIFY(dies(exitActions()[action], Victim(victim), inAShownWindow));
 }
 
-void tst_ControlsLifetime::throughTheWindow_data()
+void TestControlsLifetime::throughTheWindow_data()
 {
     QTest::addColumn<int>("victim");
     for (const Victim victim : {Sender, Parent, TopLevel})
@@ -266,7 +266,7 @@ void tst_ControlsLifetime::throughTheWindow_data()
 }
 
 // With all that the toolkit does around a click.
-void tst_ControlsLifetime::throughTheWindow()
+void TestControlsLifetime::throughTheWindow()
 {
     QFETCH(int, victim);
     Scene<Button> scene;
@@ -280,7 +280,7 @@ void tst_ControlsLifetime::throughTheWindow()
     QVERIFY(!scene.widget);
 }
 
-void tst_ControlsLifetime::nothingMoreIsEmitted()
+void TestControlsLifetime::nothingMoreIsEmitted()
 {
     Scene<Button> scene;
     scene.widget->setToggle();
@@ -293,7 +293,7 @@ void tst_ControlsLifetime::nothingMoreIsEmitted()
     QCOMPARE(toggles, 0);
 }
 
-void tst_ControlsLifetime::parentDeletesAtAKey_data()
+void TestControlsLifetime::parentDeletesAtAKey_data()
 {
     QTest::addColumn<bool>("button");
     QTest::addColumn<bool>("accepts");
@@ -303,7 +303,7 @@ void tst_ControlsLifetime::parentDeletesAtAKey_data()
                 << button << accepts;
 }
 
-void tst_ControlsLifetime::parentDeletesAtAKey()
+void TestControlsLifetime::parentDeletesAtAKey()
 {
     QFETCH(bool, button);
     QFETCH(bool, accepts);
@@ -330,7 +330,7 @@ void tst_ControlsLifetime::parentDeletesAtAKey()
     QCOMPARE(parent.isNull(), !button);
 }
 
-void tst_ControlsLifetime::withoutCloseButton()
+void TestControlsLifetime::withoutCloseButton()
 {
     Bar bar;
     delete bar.closeButton;
@@ -341,7 +341,7 @@ void tst_ControlsLifetime::withoutCloseButton()
     bar.grab();
 }
 
-void tst_ControlsLifetime::buttonWithoutItsFilter()
+void TestControlsLifetime::buttonWithoutItsFilter()
 {
     // The parent that the button was born with is no longer its parent, nor there at all.
     auto parent = std::make_unique<QWidget>();
@@ -355,7 +355,7 @@ void tst_ControlsLifetime::buttonWithoutItsFilter()
     QCOMPARE(button.state, 2);
 }
 
-void tst_ControlsLifetime::labelsGoWithTheirPictures()
+void TestControlsLifetime::labelsGoWithTheirPictures()
 {
     QWidget parent;
     auto* const label = new LabelImage(new QImage(pattern(9, 9)), &parent, "cover");
@@ -370,5 +370,5 @@ void tst_ControlsLifetime::labelsGoWithTheirPictures()
     QVERIFY(parent.findChildren<QWidget*>().size() == 1);
 }
 
-QTEST_MAIN(tst_ControlsLifetime)
+QTEST_MAIN(TestControlsLifetime)
 #include "tst_controls_lifetime.moc"

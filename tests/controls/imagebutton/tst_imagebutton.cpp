@@ -4,7 +4,7 @@
 
 using namespace controlstest;
 
-class tst_ImageButton : public QObject
+class TestImageButton : public QObject
 {
     Q_OBJECT
 
@@ -151,7 +151,7 @@ private:
 
 } // namespace
 
-void tst_ImageButton::construction()
+void TestImageButton::construction()
 {
     QWidget parent;
     const Button button(&parent, "play", Qt::WRepaintNoErase);
@@ -171,7 +171,7 @@ void tst_ImageButton::construction()
     QVERIFY(button.isEnabled());
 }
 
-void tst_ImageButton::constructionWithoutAnything()
+void TestImageButton::constructionWithoutAnything()
 {
     Button button;
     QVERIFY(!button.parentWidget());
@@ -182,7 +182,7 @@ void tst_ImageButton::constructionWithoutAnything()
     QCOMPARE(button.imageName, QString());
 }
 
-void tst_ImageButton::membersInOrder()
+void TestImageButton::membersInOrder()
 {
     const Button button;
     const QList<const void*> addresses{&button.state,    &button.imageName,  &button.pixmaps,
@@ -191,7 +191,7 @@ void tst_ImageButton::membersInOrder()
         QVERIFY2(std::less<>()(addresses[i - 1], addresses[i]), QByteArray::number(i));
 }
 
-void tst_ImageButton::signalsAndSlotsInOrder()
+void TestImageButton::signalsAndSlotsInOrder()
 {
     const QMetaObject& type = ImageButton::staticMetaObject;
     QCOMPARE(methods(type, QMetaMethod::Signal), QStringList({"clicked()", "pressed()", "toggled(bool)"}));
@@ -199,7 +199,7 @@ void tst_ImageButton::signalsAndSlotsInOrder()
              QStringList({"setEnabled(bool)", "setDisabled(bool)", "setFocus()", "clearFocus()"}));
 }
 
-void tst_ImageButton::parentSeesEventsFirst()
+void TestImageButton::parentSeesEventsFirst()
 {
     struct Parent : QWidget {
         QStringList seen;
@@ -225,7 +225,7 @@ void tst_ImageButton::parentSeesEventsFirst()
     QCOMPARE(button.state, 2);
 }
 
-void tst_ImageButton::separateFiles()
+void TestImageButton::separateFiles()
 {
     install("app/play");
     install("app/play", "2");
@@ -239,7 +239,7 @@ void tst_ImageButton::separateFiles()
     }
 }
 
-void tst_ImageButton::separateFilesOfAToggleButton()
+void TestImageButton::separateFilesOfAToggleButton()
 {
     install("app/play");
     install("app/play", "2");
@@ -253,7 +253,7 @@ void tst_ImageButton::separateFilesOfAToggleButton()
     }
 }
 
-void tst_ImageButton::separateFilesTwice()
+void TestImageButton::separateFilesTwice()
 {
     install("app/play");
     Button button(nullptr, "play");
@@ -270,7 +270,7 @@ void tst_ImageButton::separateFilesTwice()
         COMPARE_PICTURES(button.pixmaps[0][k].toImage(), picture(k));
 }
 
-void tst_ImageButton::applicationNameWithoutObjectName()
+void TestImageButton::applicationNameWithoutObjectName()
 {
     install("other/play");
     qApp->setObjectName(QString());
@@ -283,7 +283,7 @@ void tst_ImageButton::applicationNameWithoutObjectName()
     COMPARE_PICTURES(button.pixmaps[0][2].toImage(), picture(2));
 }
 
-void tst_ImageButton::stripCut_data()
+void TestImageButton::stripCut_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
@@ -294,7 +294,7 @@ void tst_ImageButton::stripCut_data()
     QTest::newRow("7") << 7 << 3;
 }
 
-void tst_ImageButton::stripCut()
+void TestImageButton::stripCut()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -317,7 +317,7 @@ void tst_ImageButton::stripCut()
     COMPARE_PICTURES(button.pixmaps[0][3].toImage(), strip.copy(3 * w, 0, w, height));
 }
 
-void tst_ImageButton::stripsOfAToggleButton()
+void TestImageButton::stripsOfAToggleButton()
 {
     const QImage first = pattern(40, 6, 3);
     const QImage second = pattern(40, 6, 99);
@@ -339,7 +339,7 @@ void tst_ImageButton::stripsOfAToggleButton()
     QCOMPARE(button.pixmaps[1][1].toImage().convertToFormat(QImage::Format_ARGB32), plain(10, 6, 0));
 }
 
-void tst_ImageButton::secondStripIsCutLikeTheFirst_data()
+void TestImageButton::secondStripIsCutLikeTheFirst_data()
 {
     QTest::addColumn<QSize>("second");
     QTest::newRow("wider and higher") << QSize(80, 12);
@@ -347,7 +347,7 @@ void tst_ImageButton::secondStripIsCutLikeTheFirst_data()
     QTest::newRow("missing") << QSize();
 }
 
-void tst_ImageButton::secondStripIsCutLikeTheFirst()
+void TestImageButton::secondStripIsCutLikeTheFirst()
 {
     QFETCH(QSize, second);
     surroundings->picture("play_bt", pattern(40, 6, 3));
@@ -364,7 +364,7 @@ void tst_ImageButton::secondStripIsCutLikeTheFirst()
     }
 }
 
-void tst_ImageButton::stripKeepsPixels()
+void TestImageButton::stripKeepsPixels()
 {
     // Opaque, half and wholly transparent pixels, copied and not blended.
     QImage strip = pattern(8, 2, 50);
@@ -379,7 +379,7 @@ void tst_ImageButton::stripKeepsPixels()
         COMPARE_PICTURES(button.pixmaps[0][k].toImage(), stored.copy(k * 2, 0, 2, 2));
 }
 
-void tst_ImageButton::missingPictures()
+void TestImageButton::missingPictures()
 {
     Button separate(nullptr, "play");
     separate.setToggle();
@@ -409,7 +409,7 @@ void tst_ImageButton::missingPictures()
     COMPARE_PICTURES(shown(one), plain(10, 10, blue));
 }
 
-void tst_ImageButton::picturesGoAgain()
+void TestImageButton::picturesGoAgain()
 {
     surroundings->picture("play_bt", pattern(40, 6, 3));
     Button button(nullptr, "play");
@@ -421,7 +421,7 @@ void tst_ImageButton::picturesGoAgain()
         QVERIFY(picture.isNull());
 }
 
-void tst_ImageButton::loadingNeitherResizesNorRepaints()
+void TestImageButton::loadingNeitherResizesNorRepaints()
 {
     install("app/play");
     Window window;
@@ -436,7 +436,7 @@ void tst_ImageButton::loadingNeitherResizesNorRepaints()
     QCOMPARE(recorder.take(), QStringList());
 }
 
-void tst_ImageButton::painting_data()
+void TestImageButton::painting_data()
 {
     QTest::addColumn<bool>("on");
     QTest::addColumn<int>("state");
@@ -445,7 +445,7 @@ void tst_ImageButton::painting_data()
             QTest::addRow("position %d, state %d", int(on), state) << on << state;
 }
 
-void tst_ImageButton::painting()
+void TestImageButton::painting()
 {
     QFETCH(bool, on);
     QFETCH(int, state);
@@ -457,7 +457,7 @@ void tst_ImageButton::painting()
     COMPARE_PICTURES(shown(button), plain(20, 21, Button::pixelOf(on, state)));
 }
 
-void tst_ImageButton::paintsAtTheCornerOnly()
+void TestImageButton::paintsAtTheCornerOnly()
 {
     Button button;
     setWindowColour(button, blue);
@@ -471,7 +471,7 @@ void tst_ImageButton::paintsAtTheCornerOnly()
     COMPARE_PICTURES(shown(button), pattern(8, 5).copy(0, 0, 3, 3));
 }
 
-void tst_ImageButton::paintsWithAlpha()
+void TestImageButton::paintsWithAlpha()
 {
     Button button;
     setWindowColour(button, blue);
@@ -482,7 +482,7 @@ void tst_ImageButton::paintsWithAlpha()
     COMPARE_PICTURES(shown(button), blended(pattern(8, 5, 99), pattern(8, 5, 30, 100)));
 }
 
-void tst_ImageButton::paintsNothingInOtherStates()
+void TestImageButton::paintsNothingInOtherStates()
 {
     Button button;
     setWindowColour(button, blue);
@@ -494,7 +494,7 @@ void tst_ImageButton::paintsNothingInOtherStates()
     }
 }
 
-void tst_ImageButton::toggleMode()
+void TestImageButton::toggleMode()
 {
     Button button;
     QVERIFY(!button.toggleMode);
@@ -505,7 +505,7 @@ void tst_ImageButton::toggleMode()
     QVERIFY(button.toggleMode);
 }
 
-void tst_ImageButton::changeToggleState_data()
+void TestImageButton::changeToggleState_data()
 {
     QTest::addColumn<bool>("toggle");
     QTest::addColumn<bool>("before");
@@ -516,7 +516,7 @@ void tst_ImageButton::changeToggleState_data()
                 QTest::addRow("%s: %d to %d", toggle ? "toggle" : "plain", before, on) << toggle << before << on;
 }
 
-void tst_ImageButton::changeToggleState()
+void TestImageButton::changeToggleState()
 {
     QFETCH(bool, toggle);
     QFETCH(bool, before);
@@ -536,7 +536,7 @@ void tst_ImageButton::changeToggleState()
     QCOMPARE(scene.recorder.take(), QStringList());
 }
 
-void tst_ImageButton::disabling_data()
+void TestImageButton::disabling_data()
 {
     QTest::addColumn<int>("state");
     QTest::addColumn<int>("afterwards");
@@ -545,7 +545,7 @@ void tst_ImageButton::disabling_data()
     QTest::newRow("focused") << 2 << 2;
 }
 
-void tst_ImageButton::disabling()
+void TestImageButton::disabling()
 {
     QFETCH(int, state);
     QFETCH(int, afterwards);
@@ -566,7 +566,7 @@ void tst_ImageButton::disabling()
     QCOMPARE(scene.recorder.take(), QStringList());
 }
 
-void tst_ImageButton::disabledTwice()
+void TestImageButton::disabledTwice()
 {
     Button button;
     button.state = 2;
@@ -577,7 +577,7 @@ void tst_ImageButton::disabledTwice()
     QCOMPARE(button.state, 0);
 }
 
-void tst_ImageButton::enabledButtonIsEnabledAgain()
+void TestImageButton::enabledButtonIsEnabledAgain()
 {
     Button button;
     button.state = 2;
@@ -589,7 +589,7 @@ void tst_ImageButton::enabledButtonIsEnabledAgain()
     QCOMPARE(button.state, 2);
 }
 
-void tst_ImageButton::setDisabledIsTheContrary()
+void TestImageButton::setDisabledIsTheContrary()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -603,7 +603,7 @@ void tst_ImageButton::setDisabledIsTheContrary()
     QCOMPARE(scene.recorder.take(), QStringList({whole.arg(3), whole.arg(2)}));
 }
 
-void tst_ImageButton::enablingThroughPlainPointer()
+void TestImageButton::enablingThroughPlainPointer()
 {
     Button button;
     QWidget& plain = button;
@@ -621,7 +621,7 @@ void tst_ImageButton::enablingThroughPlainPointer()
     QCOMPARE(button.state, 0);
 }
 
-void tst_ImageButton::enablingThroughTheParent()
+void TestImageButton::enablingThroughTheParent()
 {
     QWidget parent;
     Button button(&parent, "play");
@@ -632,7 +632,7 @@ void tst_ImageButton::enablingThroughTheParent()
     QCOMPARE(button.state, 2);
 }
 
-void tst_ImageButton::plainlyDisabledButtonIsEnabledBySlot()
+void TestImageButton::plainlyDisabledButtonIsEnabledBySlot()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -646,7 +646,7 @@ void tst_ImageButton::plainlyDisabledButtonIsEnabledBySlot()
     QVERIFY(scene.recorder.take().contains("clicked() in 1"));
 }
 
-void tst_ImageButton::stateSlotsThroughToolkitPointer()
+void TestImageButton::stateSlotsThroughToolkitPointer()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -660,7 +660,7 @@ void tst_ImageButton::stateSlotsThroughToolkitPointer()
     QCOMPARE(scene.button.state, 2);
 }
 
-void tst_ImageButton::stylus_data()
+void TestImageButton::stylus_data()
 {
     QTest::addColumn<bool>("toggle");
     QTest::addColumn<int>("state");
@@ -693,7 +693,7 @@ void tst_ImageButton::stylus_data()
 }
 
 // Capital letters stand for points outside.
-void tst_ImageButton::stylus()
+void TestImageButton::stylus()
 {
     QFETCH(bool, toggle);
     QFETCH(int, state);
@@ -717,7 +717,7 @@ void tst_ImageButton::stylus()
     QCOMPARE(scene.button.toggledState(), log.join(' ').count("toggled") == 1);
 }
 
-void tst_ImageButton::stylusReleasePoints_data()
+void TestImageButton::stylusReleasePoints_data()
 {
     QTest::addColumn<QPointF>("at");
     QTest::addColumn<bool>("inside");
@@ -730,7 +730,7 @@ void tst_ImageButton::stylusReleasePoints_data()
     QTest::newRow("far away") << QPointF(1e6, 1e6) << false;
 }
 
-void tst_ImageButton::stylusReleasePoints()
+void TestImageButton::stylusReleasePoints()
 {
     QFETCH(QPointF, at);
     QFETCH(bool, inside);
@@ -744,7 +744,7 @@ void tst_ImageButton::stylusReleasePoints()
     QCOMPARE(button.state, 2);
 }
 
-void tst_ImageButton::stylusIsNotPassedOn()
+void TestImageButton::stylusIsNotPassedOn()
 {
     Receiver parent;
     Button button(&parent, "play");
@@ -757,7 +757,7 @@ void tst_ImageButton::stylusIsNotPassedOn()
     QCOMPARE(parent.received, QStringList());
 }
 
-void tst_ImageButton::stylusThroughTheWindow()
+void TestImageButton::stylusThroughTheWindow()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -772,7 +772,7 @@ void tst_ImageButton::stylusThroughTheWindow()
     QCOMPARE(scene.button.state, 0);
 }
 
-void tst_ImageButton::keys_data()
+void TestImageButton::keys_data()
 {
     QTest::addColumn<bool>("toggle");
     QTest::addColumn<int>("state");
@@ -807,7 +807,7 @@ void tst_ImageButton::keys_data()
     }
 }
 
-void tst_ImageButton::keys()
+void TestImageButton::keys()
 {
     QFETCH(bool, toggle);
     QFETCH(int, state);
@@ -830,7 +830,7 @@ void tst_ImageButton::keys()
     QCOMPARE(scene.button.toggledState(), pressLog.contains("toggled(true) in 1"));
 }
 
-void tst_ImageButton::keysForTheParent_data()
+void TestImageButton::keysForTheParent_data()
 {
     QTest::addColumn<int>("code");
     QTest::addColumn<bool>("accepts");
@@ -843,7 +843,7 @@ void tst_ImageButton::keysForTheParent_data()
                     << code << accepts << disabled;
 }
 
-void tst_ImageButton::keysForTheParent()
+void TestImageButton::keysForTheParent()
 {
     QFETCH(int, code);
     QFETCH(bool, accepts);
@@ -868,7 +868,7 @@ void tst_ImageButton::keysForTheParent()
     QCOMPARE(parent.received.size(), 1);
 }
 
-void tst_ImageButton::keysForTheParentWithoutParent()
+void TestImageButton::keysForTheParentWithoutParent()
 {
     Button button;
     for (const int code : {int(Qt::Key_Escape), 0x2104}) {
@@ -879,7 +879,7 @@ void tst_ImageButton::keysForTheParentWithoutParent()
     QCOMPARE(button.state, 0);
 }
 
-void tst_ImageButton::keyPassedOnReachesAncestorsOnce()
+void TestImageButton::keyPassedOnReachesAncestorsOnce()
 {
     Receiver window;
     Receiver parent(&window);
@@ -893,14 +893,14 @@ void tst_ImageButton::keyPassedOnReachesAncestorsOnce()
     QCOMPARE(window.received.size(), 1);
 }
 
-void tst_ImageButton::keysEndHere_data()
+void TestImageButton::keysEndHere_data()
 {
     QTest::addColumn<int>("code");
     for (const int code : {int(Qt::Key_Return), int(Qt::Key_Space), int(Qt::Key_Left), 0x1000, 0x2103, 0x210a})
         QTest::addRow("%x", unsigned(code)) << code;
 }
 
-void tst_ImageButton::keysEndHere()
+void TestImageButton::keysEndHere()
 {
     QFETCH(int, code);
     Receiver parent;
@@ -913,7 +913,7 @@ void tst_ImageButton::keysEndHere()
     QCOMPARE(parent.received, QStringList());
 }
 
-void tst_ImageButton::focusEvents_data()
+void TestImageButton::focusEvents_data()
 {
     QTest::addColumn<bool>("in");
     QTest::addColumn<int>("state");
@@ -926,7 +926,7 @@ void tst_ImageButton::focusEvents_data()
     QTest::newRow("out, disabled") << false << 3 << 3;
 }
 
-void tst_ImageButton::focusEvents()
+void TestImageButton::focusEvents()
 {
     QFETCH(bool, in);
     QFETCH(int, state);
@@ -944,7 +944,7 @@ void tst_ImageButton::focusEvents()
     QCOMPARE(scene.recorder.take(), state == 3 ? QStringList() : QStringList({whole.arg(afterwards), mask}));
 }
 
-void tst_ImageButton::focusCalls()
+void TestImageButton::focusCalls()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -975,7 +975,7 @@ void tst_ImageButton::focusCalls()
     QCOMPARE(scene.button.state, 2);
 }
 
-void tst_ImageButton::focusCallsInAnInactiveWindow()
+void TestImageButton::focusCallsInAnInactiveWindow()
 {
     QWidget window;
     Button button(&window, "play");
@@ -987,7 +987,7 @@ void tst_ImageButton::focusCallsInAnInactiveWindow()
     QVERIFY(!window.focusWidget());
 }
 
-void tst_ImageButton::focusThroughPlainPointer()
+void TestImageButton::focusThroughPlainPointer()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -1006,7 +1006,7 @@ void tst_ImageButton::focusThroughPlainPointer()
     QCOMPARE(scene.button.state, 2);
 }
 
-void tst_ImageButton::focusByTab()
+void TestImageButton::focusByTab()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -1019,7 +1019,7 @@ void tst_ImageButton::focusByTab()
 }
 
 // A popup is closed by a press outside of it.
-void tst_ImageButton::toolkitHandlers()
+void TestImageButton::toolkitHandlers()
 {
     Window window;
     QVERIFY(window.expose());
@@ -1038,7 +1038,7 @@ void tst_ImageButton::toolkitHandlers()
     Messages::all().clear();
 }
 
-void tst_ImageButton::disabledByAReceiver_data()
+void TestImageButton::disabledByAReceiver_data()
 {
     QTest::addColumn<bool>("toggle");
     QTest::addColumn<QString>("events");
@@ -1055,7 +1055,7 @@ void tst_ImageButton::disabledByAReceiver_data()
     QTest::newRow("Return, then its release") << false << "ku" << QByteArray(SIGNAL(pressed())) << 2;
 }
 
-void tst_ImageButton::disabledByAReceiver()
+void TestImageButton::disabledByAReceiver()
 {
     QFETCH(bool, toggle);
     QFETCH(QString, events);
@@ -1079,7 +1079,7 @@ void tst_ImageButton::disabledByAReceiver()
     QCOMPARE(button.state, state);
 }
 
-void tst_ImageButton::toggledByAReceiver()
+void TestImageButton::toggledByAReceiver()
 {
     Button button;
     button.resize(20, 21);
@@ -1096,7 +1096,7 @@ void tst_ImageButton::toggledByAReceiver()
     QVERIFY(!button.toggledState());
 }
 
-void tst_ImageButton::slotsByName()
+void TestImageButton::slotsByName()
 {
     Button button;
     QWidget& plain = button;
@@ -1111,5 +1111,5 @@ void tst_ImageButton::slotsByName()
     QCOMPARE(button.state, 0);
 }
 
-QTEST_MAIN(tst_ImageButton)
+QTEST_MAIN(TestImageButton)
 #include "tst_imagebutton.moc"

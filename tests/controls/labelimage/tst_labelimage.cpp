@@ -40,7 +40,7 @@ constexpr QRgb ground = 0xff0a141e;
 
 } // namespace
 
-class tst_LabelImage : public QObject
+class TestLabelImage : public QObject
 {
     Q_OBJECT
 
@@ -81,7 +81,7 @@ private slots:
     void translucentWindow();
 };
 
-void tst_LabelImage::construction()
+void TestLabelImage::construction()
 {
     QWidget parent;
     auto* const picture = new QImage(pattern(30, 20));
@@ -97,7 +97,7 @@ void tst_LabelImage::construction()
     QCOMPARE(label.alignment, Qt::Alignment(Qt::AlignHCenter));
 }
 
-void tst_LabelImage::constructionWithoutBase_data()
+void TestLabelImage::constructionWithoutBase_data()
 {
     QTest::addColumn<int>("kind");
     QTest::newRow("no picture") << 0;
@@ -105,7 +105,7 @@ void tst_LabelImage::constructionWithoutBase_data()
     QTest::newRow("null picture") << 2;
 }
 
-void tst_LabelImage::constructionWithoutBase()
+void TestLabelImage::constructionWithoutBase()
 {
     QFETCH(int, kind);
     QWidget parent;
@@ -127,7 +127,7 @@ void tst_LabelImage::constructionWithoutBase()
     COMPARE_PICTURES(label->backgroundPixels(), expected);
 }
 
-void tst_LabelImage::membersInOrder()
+void TestLabelImage::membersInOrder()
 {
     const Label label;
     const QList<const void*> addresses{&label.baseImage, &label.backPixmap, &label.labelImage, &label.alignment};
@@ -135,7 +135,7 @@ void tst_LabelImage::membersInOrder()
         QVERIFY2(std::less<>()(addresses[i - 1], addresses[i]), QByteArray::number(i));
 }
 
-void tst_LabelImage::initAgain()
+void TestLabelImage::initAgain()
 {
     Label label(new QImage(pattern(30, 20)));
     label.set_alignment(Qt::AlignLeft);
@@ -145,7 +145,7 @@ void tst_LabelImage::initAgain()
     QCOMPARE(label.size(), QSize(30, 20));
 }
 
-void tst_LabelImage::positions_data()
+void TestLabelImage::positions_data()
 {
     QTest::addColumn<Qt::Alignment>("alignment");
     QTest::addColumn<QPoint>("position");
@@ -160,7 +160,7 @@ void tst_LabelImage::positions_data()
     QTest::newRow("none") << Qt::Alignment() << QPoint(30, 5);
 }
 
-void tst_LabelImage::positions()
+void TestLabelImage::positions()
 {
     QFETCH(Qt::Alignment, alignment);
     QFETCH(QPoint, position);
@@ -170,7 +170,7 @@ void tst_LabelImage::positions()
     QCOMPARE(label.get_position(QSize(10, 10)), position);
 }
 
-void tst_LabelImage::positionsRoundTowardsZero_data()
+void TestLabelImage::positionsRoundTowardsZero_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<QPoint>("left");
@@ -183,7 +183,7 @@ void tst_LabelImage::positionsRoundTowardsZero_data()
     QTest::newRow("nothing") << QSize(0, 0) << QPoint(0, 10) << QPoint(20, 10) << QPoint(40, 10);
 }
 
-void tst_LabelImage::positionsRoundTowardsZero()
+void TestLabelImage::positionsRoundTowardsZero()
 {
     QFETCH(QSize, size);
     QFETCH(QPoint, left);
@@ -198,12 +198,12 @@ void tst_LabelImage::positionsRoundTowardsZero()
     QCOMPARE(label.get_position(size), right);
 }
 
-void tst_LabelImage::placesPicture_data()
+void TestLabelImage::placesPicture_data()
 {
     positions_data();
 }
 
-void tst_LabelImage::placesPicture()
+void TestLabelImage::placesPicture()
 {
     QFETCH(Qt::Alignment, alignment);
     QFETCH(QPoint, position);
@@ -218,7 +218,7 @@ void tst_LabelImage::placesPicture()
     COMPARE_PICTURES(shown(label), expected);
 }
 
-void tst_LabelImage::alignmentAloneMovesNothing()
+void TestLabelImage::alignmentAloneMovesNothing()
 {
     Window window;
     Label label(&window);
@@ -240,7 +240,7 @@ void tst_LabelImage::alignmentAloneMovesNothing()
     COMPARE_PICTURES(label.backgroundPixels(), expected);
 }
 
-void tst_LabelImage::backgroundPiece_data()
+void TestLabelImage::backgroundPiece_data()
 {
     QTest::addColumn<QPoint>("at");
     QTest::newRow("inside") << QPoint(7, 9);
@@ -251,7 +251,7 @@ void tst_LabelImage::backgroundPiece_data()
 }
 
 // What the picture does not reach has the palette's colour.
-void tst_LabelImage::backgroundPiece()
+void TestLabelImage::backgroundPiece()
 {
     QFETCH(QPoint, at);
     QWidget parent;
@@ -270,7 +270,7 @@ void tst_LabelImage::backgroundPiece()
     COMPARE_PICTURES(shown(label), expected);
 }
 
-void tst_LabelImage::nullBackgroundIsIgnored()
+void TestLabelImage::nullBackgroundIsIgnored()
 {
     Label label;
     label.resize(30, 20);
@@ -285,7 +285,7 @@ void tst_LabelImage::nullBackgroundIsIgnored()
     COMPARE_PICTURES(label.backPixmap->toImage(), pattern(30, 20));
 }
 
-void tst_LabelImage::backgroundWithBase()
+void TestLabelImage::backgroundWithBase()
 {
     QWidget parent;
     const QImage base = pattern(30, 20, 99, 120);
@@ -300,7 +300,7 @@ void tst_LabelImage::backgroundWithBase()
     COMPARE_PICTURES(*label.baseImage, base);
 }
 
-void tst_LabelImage::backgroundWithLabelPicture()
+void TestLabelImage::backgroundWithLabelPicture()
 {
     QWidget parent;
     const QImage base = pattern(30, 20, 99, 120);
@@ -316,7 +316,7 @@ void tst_LabelImage::backgroundWithLabelPicture()
     COMPARE_PICTURES(shown(label), blended(back, picture, {11, 6}));
 }
 
-void tst_LabelImage::backgroundTwice()
+void TestLabelImage::backgroundTwice()
 {
     Label label(new QImage(pattern(30, 20, 99, 120)));
     label.setBackgroundPixmap(pixmap(pattern(30, 20, 1)));
@@ -328,14 +328,14 @@ void tst_LabelImage::backgroundTwice()
     COMPARE_PICTURES(label.backPixmap->toImage(), old.toImage());
 }
 
-void tst_LabelImage::backgroundKeepsColours_data()
+void TestLabelImage::backgroundKeepsColours_data()
 {
     QTest::addColumn<int>("alpha");
     for (const int alpha : {0, 1, 100, 254, 255})
         QTest::addRow("alpha %d", alpha) << alpha;
 }
 
-void tst_LabelImage::backgroundKeepsColours()
+void TestLabelImage::backgroundKeepsColours()
 {
     QFETCH(int, alpha);
     QWidget parent;
@@ -350,7 +350,7 @@ void tst_LabelImage::backgroundKeepsColours()
     COMPARE_PICTURES(shown(label), blended(picture.copy(3, 2, 30, 20), pattern(8, 8, 1, 77), {11, 6}));
 }
 
-void tst_LabelImage::backgroundOfItself()
+void TestLabelImage::backgroundOfItself()
 {
     Label label;
     label.resize(30, 20);
@@ -361,7 +361,7 @@ void tst_LabelImage::backgroundOfItself()
     COMPARE_PICTURES(label.backPixmap->toImage(), pattern(30, 20));
 }
 
-void tst_LabelImage::firstPictureBuildsBackground()
+void TestLabelImage::firstPictureBuildsBackground()
 {
     QWidget parent;
     const QImage base = pattern(30, 20, 99, 120);
@@ -384,7 +384,7 @@ void tst_LabelImage::firstPictureBuildsBackground()
 }
 
 // What it shows of its own is taken for the parent's picture: the piece at the label's place in it.
-void tst_LabelImage::firstPictureTakesItsOwnBackground()
+void TestLabelImage::firstPictureTakesItsOwnBackground()
 {
     QWidget parent;
     Label label(&parent);
@@ -397,7 +397,7 @@ void tst_LabelImage::firstPictureTakesItsOwnBackground()
     COMPARE_PICTURES(label.backPixmap->toImage(), expected);
 }
 
-void tst_LabelImage::pictureIsACopy()
+void TestLabelImage::pictureIsACopy()
 {
     Label label;
     label.resize(10, 10);
@@ -412,7 +412,7 @@ void tst_LabelImage::pictureIsACopy()
     QCOMPARE(label.backgroundPixels().pixel(4, 4), red);
 }
 
-void tst_LabelImage::pictureOfItself()
+void TestLabelImage::pictureOfItself()
 {
     Label label;
     label.resize(10, 10);
@@ -423,7 +423,7 @@ void tst_LabelImage::pictureOfItself()
     COMPARE_PICTURES(*label.labelImage, pattern(4, 4));
 }
 
-void tst_LabelImage::nullPictures()
+void TestLabelImage::nullPictures()
 {
     Label label;
     label.resize(10, 10);
@@ -439,7 +439,7 @@ void tst_LabelImage::nullPictures()
     COMPARE_PICTURES(shown(label), pattern(10, 10, 7));
 }
 
-void tst_LabelImage::picturesAreBlended()
+void TestLabelImage::picturesAreBlended()
 {
     Label label;
     label.resize(10, 10);
@@ -457,7 +457,7 @@ void tst_LabelImage::picturesAreBlended()
     COMPARE_PICTURES(shown(label), blended(back, large, {-10, -15}));
 }
 
-void tst_LabelImage::drawImageLabelIsPassing()
+void TestLabelImage::drawImageLabelIsPassing()
 {
     Label label;
     label.resize(10, 10);
@@ -470,7 +470,7 @@ void tst_LabelImage::drawImageLabelIsPassing()
     COMPARE_PICTURES(shown(label), plain(10, 10, red));
 }
 
-void tst_LabelImage::labelWithoutArea()
+void TestLabelImage::labelWithoutArea()
 {
     Label label;
     label.set_image(plain(4, 4, red));
@@ -483,7 +483,7 @@ void tst_LabelImage::labelWithoutArea()
     COMPARE_PICTURES(shown(label), plain(4, 4, red));
 }
 
-void tst_LabelImage::newSize()
+void TestLabelImage::newSize()
 {
     Label label;
     setWindowColour(label, ground);
@@ -502,7 +502,7 @@ void tst_LabelImage::newSize()
     COMPARE_PICTURES(shown(label), expected);
 }
 
-void tst_LabelImage::showsItInAWindow()
+void TestLabelImage::showsItInAWindow()
 {
     Window window;
     Label label(&window);
@@ -519,7 +519,7 @@ void tst_LabelImage::showsItInAWindow()
 }
 
 // The alpha of what lies beneath lets through what is behind the window, where the label is not opaque itself.
-void tst_LabelImage::translucentWindow()
+void TestLabelImage::translucentWindow()
 {
     QWidget window;
     window.setAttribute(Qt::WA_TranslucentBackground);
@@ -535,5 +535,5 @@ void tst_LabelImage::translucentWindow()
     QCOMPARE(target.pixel(10, 10), red);
 }
 
-QTEST_MAIN(tst_LabelImage)
+QTEST_MAIN(TestLabelImage)
 #include "tst_labelimage.moc"

@@ -87,7 +87,7 @@ QPixmap halves(QRgb left, QRgb right)
 
 } // namespace
 
-class tst_LabelSkin : public QObject
+class TestLabelSkin : public QObject
 {
     Q_OBJECT
 
@@ -115,7 +115,7 @@ private slots:
     void longText();
 };
 
-void tst_LabelSkin::construction()
+void TestLabelSkin::construction()
 {
     QWidget parent;
     const LabelSkin label(&parent, "label", Qt::WRepaintNoErase);
@@ -129,14 +129,14 @@ void tst_LabelSkin::construction()
     QVERIFY(bare.autoMask());
 }
 
-void tst_LabelSkin::colours_data()
+void TestLabelSkin::colours_data()
 {
     QTest::addColumn<bool>("text");
     QTest::newRow("set_bgColor") << false;
     QTest::newRow("set_textColor") << true;
 }
 
-void tst_LabelSkin::colours()
+void TestLabelSkin::colours()
 {
     QFETCH(bool, text);
     LabelSkin label;
@@ -162,7 +162,7 @@ void tst_LabelSkin::colours()
     QCOMPARE(label.palette().color(role), before.color(role));
 }
 
-void tst_LabelSkin::invalidColours()
+void TestLabelSkin::invalidColours()
 {
     LabelSkin label;
     label.set_bgColor(QColor());
@@ -171,7 +171,7 @@ void tst_LabelSkin::invalidColours()
     QCOMPARE(label.palette().color(QPalette::WindowText).rgba(), 0xff000000);
 }
 
-void tst_LabelSkin::maskIsTheText_data()
+void TestLabelSkin::maskIsTheText_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<Qt::Alignment>("alignment");
@@ -185,7 +185,7 @@ void tst_LabelSkin::maskIsTheText_data()
     QTest::newRow("ampersand") << "R & B" << Qt::Alignment(Qt::AlignCenter) << 12;
 }
 
-void tst_LabelSkin::maskIsTheText()
+void TestLabelSkin::maskIsTheText()
 {
     QFETCH(QString, text);
     QFETCH(Qt::Alignment, alignment);
@@ -206,14 +206,14 @@ void tst_LabelSkin::maskIsTheText()
     QCOMPARE(label.QWidget::mask(), expected);
 }
 
-void tst_LabelSkin::maskThroughTheContentsHook()
+void TestLabelSkin::maskThroughTheContentsHook()
 {
     Dot dot;
     dot.resize(9, 9);
     QCOMPARE(dot.mask(), QRegion(2, 3, 1, 1));
 }
 
-void tst_LabelSkin::emptyMask_data()
+void TestLabelSkin::emptyMask_data()
 {
     QTest::addColumn<Change>("change");
     QTest::newRow("never set") << Change([](LabelSkin&) {});
@@ -233,7 +233,7 @@ void tst_LabelSkin::emptyMask_data()
     });
 }
 
-void tst_LabelSkin::emptyMask()
+void TestLabelSkin::emptyMask()
 {
     QFETCH(Change, change);
     QWidget parent;
@@ -249,7 +249,7 @@ void tst_LabelSkin::emptyMask()
     COMPARE_PICTURES(shown(parent), plain(60, 30, green));
 }
 
-void tst_LabelSkin::clicksFallThrough()
+void TestLabelSkin::clicksFallThrough()
 {
     Window window;
     Button button(&window, "beneath");
@@ -270,7 +270,7 @@ void tst_LabelSkin::clicksFallThrough()
     QCOMPARE(recorder.take().filter("clicked").size(), 1);
 }
 
-void tst_LabelSkin::legible_data()
+void TestLabelSkin::legible_data()
 {
     QTest::addColumn<int>("pixels");
     QTest::addColumn<QImage>("ground");
@@ -285,7 +285,7 @@ void tst_LabelSkin::legible_data()
 
 // Every pixel of the mask has the text colour, whatever lies beneath and whatever the label's own background is; every
 // other pixel shows what lies beneath.
-void tst_LabelSkin::legible()
+void TestLabelSkin::legible()
 {
     QFETCH(int, pixels);
     QFETCH(QImage, ground);
@@ -312,7 +312,7 @@ void tst_LabelSkin::legible()
     COMPARE_PICTURES(shown(parent), expected);
 }
 
-void tst_LabelSkin::richTextKeepsItsColours()
+void TestLabelSkin::richTextKeepsItsColours()
 {
     QWidget parent;
     parent.resize(200, 40);
@@ -343,7 +343,7 @@ void tst_LabelSkin::richTextKeepsItsColours()
 }
 
 // Pixels that are more than half opaque belong to the widget, and the label's background shows through them.
-void tst_LabelSkin::backgroundShowsInside()
+void TestLabelSkin::backgroundShowsInside()
 {
     QWidget parent;
     parent.resize(30, 20);
@@ -358,7 +358,7 @@ void tst_LabelSkin::backgroundShowsInside()
     COMPARE_PICTURES(shown(parent), expected);
 }
 
-void tst_LabelSkin::newColoursShow()
+void TestLabelSkin::newColoursShow()
 {
     Window window;
     Label label(&window);
@@ -376,7 +376,7 @@ void tst_LabelSkin::newColoursShow()
     QVERIFY(!log.isEmpty());
 }
 
-void tst_LabelSkin::maskRepaintsAtOnce()
+void TestLabelSkin::maskRepaintsAtOnce()
 {
     Window window;
     Label label(&window);
@@ -390,7 +390,7 @@ void tst_LabelSkin::maskRepaintsAtOnce()
     QCOMPARE(log, QStringList({"mask", "paint " + rectText(label.mask().boundingRect()), "done"}));
 }
 
-void tst_LabelSkin::maskFollows_data()
+void TestLabelSkin::maskFollows_data()
 {
     QTest::addColumn<Change>("change");
     QTest::newRow("text") << Change([](LabelSkin& l) { l.setText("Other"); });
@@ -414,7 +414,7 @@ void tst_LabelSkin::maskFollows_data()
     QTest::newRow("margin") << Change([](LabelSkin& l) { l.setMargin(7); });
 }
 
-void tst_LabelSkin::maskFollows()
+void TestLabelSkin::maskFollows()
 {
     QFETCH(Change, change);
     QWidget parent;
@@ -427,7 +427,7 @@ void tst_LabelSkin::maskFollows()
     QCOMPARE(label.mask(), QRegion(label.contentsMask()));
 }
 
-void tst_LabelSkin::maskFollowsThroughPlainPointer_data()
+void TestLabelSkin::maskFollowsThroughPlainPointer_data()
 {
     QTest::addColumn<Change>("change");
     QTest::newRow("text") << Change([](LabelSkin& l) { l.QLabel::setText("Other"); });
@@ -447,7 +447,7 @@ void tst_LabelSkin::maskFollowsThroughPlainPointer_data()
     });
 }
 
-void tst_LabelSkin::maskFollowsThroughPlainPointer()
+void TestLabelSkin::maskFollowsThroughPlainPointer()
 {
     QFETCH(Change, change);
     Window window;
@@ -461,7 +461,7 @@ void tst_LabelSkin::maskFollowsThroughPlainPointer()
     QCOMPARE(label.mask(), QRegion(label.contentsMask()));
 }
 
-void tst_LabelSkin::longText()
+void TestLabelSkin::longText()
 {
     LabelSkin label;
     label.resize(100, 20);
@@ -474,5 +474,5 @@ void tst_LabelSkin::longText()
     label.grab();
 }
 
-QTEST_MAIN(tst_LabelSkin)
+QTEST_MAIN(TestLabelSkin)
 #include "tst_labelskin.moc"

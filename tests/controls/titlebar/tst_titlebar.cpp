@@ -54,7 +54,7 @@ QImage shownBar(Bar& bar)
 
 } // namespace
 
-class tst_TitleBar : public QObject
+class TestTitleBar : public QObject
 {
     Q_OBJECT
 
@@ -93,7 +93,7 @@ private:
     std::unique_ptr<Surroundings> surroundings;
 };
 
-void tst_TitleBar::construction()
+void TestTitleBar::construction()
 {
     QWidget parent;
     const Bar bar(&parent, "bar", Qt::WRepaintNoErase);
@@ -108,13 +108,13 @@ void tst_TitleBar::construction()
     QCOMPARE(bare.geometry(), QRect(0, 0, 480, 23));
 }
 
-void tst_TitleBar::signalsAndSlots()
+void TestTitleBar::signalsAndSlots()
 {
     QCOMPARE(methods(TitleBar::staticMetaObject, QMetaMethod::Signal), QStringList({"exitClicked()"}));
     QCOMPARE(methods(TitleBar::staticMetaObject, QMetaMethod::Slot), QStringList({"sendClicked()"}));
 }
 
-void tst_TitleBar::membersInOrder()
+void TestTitleBar::membersInOrder()
 {
     const Bar bar;
     const QList<const void*> addresses{&bar.title, &bar.fileName, &bar.closeButton};
@@ -122,7 +122,7 @@ void tst_TitleBar::membersInOrder()
         QVERIFY2(std::less<>()(addresses[i - 1], addresses[i]), QByteArray::number(i));
 }
 
-void tst_TitleBar::background()
+void TestTitleBar::background()
 {
     const QImage picture = plain(480, 23, 0xff336699);
     surroundings->picture("app/title_bg", picture);
@@ -134,7 +134,7 @@ void tst_TitleBar::background()
     COMPARE_PICTURES(shown(bar), picture);
 }
 
-void tst_TitleBar::backgroundMissing_data()
+void TestTitleBar::backgroundMissing_data()
 {
     QTest::addColumn<QString>("application");
     QTest::newRow("no picture") << "app";
@@ -142,7 +142,7 @@ void tst_TitleBar::backgroundMissing_data()
     QTest::newRow("absolute name") << "/app";
 }
 
-void tst_TitleBar::backgroundMissing()
+void TestTitleBar::backgroundMissing()
 {
     QFETCH(QString, application);
     qApp->setObjectName(application);
@@ -151,7 +151,7 @@ void tst_TitleBar::backgroundMissing()
     COMPARE_PICTURES(shownBar(bar), plain(480, 23, ground));
 }
 
-void tst_TitleBar::closeButton()
+void TestTitleBar::closeButton()
 {
     Bar bar;
     QVERIFY(bar.closeButton);
@@ -164,7 +164,7 @@ void tst_TitleBar::closeButton()
     QCOMPARE(bar.findChildren<ImageButton*>().size(), 1);
 }
 
-void tst_TitleBar::closeButtonPictures()
+void TestTitleBar::closeButtonPictures()
 {
     const QStringList names{"normal", "press", "focus", "disable"};
     for (int k = 0; k < 4; ++k)
@@ -186,7 +186,7 @@ void tst_TitleBar::closeButtonPictures()
     COMPARE_PICTURES(shown(bar), expected);
 }
 
-void tst_TitleBar::closeButtonFocus()
+void TestTitleBar::closeButtonFocus()
 {
     Window window("player", QSize(480, 100));
     Bar bar(&window);
@@ -197,7 +197,7 @@ void tst_TitleBar::closeButtonFocus()
     QVERIFY(bar.closeButton->hasFocus());
 }
 
-void tst_TitleBar::clickEmitsExitClicked()
+void TestTitleBar::clickEmitsExitClicked()
 {
     Bar bar;
     int exits = 0;
@@ -214,7 +214,7 @@ void tst_TitleBar::clickEmitsExitClicked()
     QCOMPARE(exits, 1);
 }
 
-void tst_TitleBar::keysOfTheCloseButton()
+void TestTitleBar::keysOfTheCloseButton()
 {
     Receiver screen;
     Bar bar(&screen);
@@ -230,7 +230,7 @@ void tst_TitleBar::keysOfTheCloseButton()
     QCOMPARE(exits, 1);
 }
 
-void tst_TitleBar::sendClicked()
+void TestTitleBar::sendClicked()
 {
     Bar bar;
     int exits = 0;
@@ -241,7 +241,7 @@ void tst_TitleBar::sendClicked()
     QCOMPARE(exits, 2);
 }
 
-void tst_TitleBar::texts_data()
+void TestTitleBar::texts_data()
 {
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("fileName");
@@ -263,7 +263,7 @@ void tst_TitleBar::texts_data()
     QTest::newRow("other letters") << QString::fromUtf8("\u00c4\u00d6\u00dc") << QString::fromUtf8("\u03b1\u03b2");
 }
 
-void tst_TitleBar::texts()
+void TestTitleBar::texts()
 {
     QFETCH(QString, title);
     QFETCH(QString, fileName);
@@ -277,7 +277,7 @@ void tst_TitleBar::texts()
     COMPARE_PICTURES(shownBar(bar), expected);
 }
 
-void tst_TitleBar::textsOverTheBackground()
+void TestTitleBar::textsOverTheBackground()
 {
     surroundings->picture("app/title_bg", plain(480, 23, ground));
     Bar bar;
@@ -286,14 +286,14 @@ void tst_TitleBar::textsOverTheBackground()
     COMPARE_PICTURES(shown(bar), expectedBar(bar.font(), "Music", QString()));
 }
 
-void tst_TitleBar::fontOfTheBar_data()
+void TestTitleBar::fontOfTheBar_data()
 {
     QTest::addColumn<bool>("plain");
     QTest::newRow("its own operation") << false;
     QTest::newRow("a plain pointer") << true;
 }
 
-void tst_TitleBar::fontOfTheBar()
+void TestTitleBar::fontOfTheBar()
 {
     QFETCH(bool, plain);
     Window window("player", QSize(480, 100));
@@ -315,7 +315,7 @@ void tst_TitleBar::fontOfTheBar()
     COMPARE_PICTURES(shownBar(bar), expectedBar(font, "Music", "night walk.ogg"));
 }
 
-void tst_TitleBar::titleDoesNotRepaint()
+void TestTitleBar::titleDoesNotRepaint()
 {
     Window window("player", QSize(480, 100));
     Bar bar(&window);
@@ -333,7 +333,7 @@ void tst_TitleBar::titleDoesNotRepaint()
     COMPARE_PICTURES(shownBar(bar), expectedBar(bar.font(), "Music", QString()));
 }
 
-void tst_TitleBar::fileNameRepaintsAtOnce()
+void TestTitleBar::fileNameRepaintsAtOnce()
 {
     Window window("player", QSize(480, 100));
     Bar bar(&window);
@@ -349,7 +349,7 @@ void tst_TitleBar::fileNameRepaintsAtOnce()
     QCOMPARE(recorder.take(), QStringList());
 }
 
-void tst_TitleBar::nullAndEmptyFileName()
+void TestTitleBar::nullAndEmptyFileName()
 {
     Bar bar;
     bar.setTitleBarText("Music");
@@ -364,5 +364,5 @@ void tst_TitleBar::nullAndEmptyFileName()
     COMPARE_PICTURES(shownBar(bar), without);
 }
 
-QTEST_MAIN(tst_TitleBar)
+QTEST_MAIN(TestTitleBar)
 #include "tst_titlebar.moc"

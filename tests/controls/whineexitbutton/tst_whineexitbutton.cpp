@@ -72,7 +72,7 @@ struct Scene {
 
 } // namespace
 
-class tst_WhineExitButton : public QObject
+class TestWhineExitButton : public QObject
 {
     Q_OBJECT
 
@@ -109,7 +109,7 @@ private:
     std::unique_ptr<Surroundings> surroundings;
 };
 
-void tst_WhineExitButton::construction()
+void TestWhineExitButton::construction()
 {
     QWidget parent;
     const ExitButton button(&parent, "exit", Qt::WRepaintNoErase);
@@ -124,13 +124,13 @@ void tst_WhineExitButton::construction()
     QVERIFY(!bare.parentWidget());
 }
 
-void tst_WhineExitButton::slotsInOrder()
+void TestWhineExitButton::slotsInOrder()
 {
     QCOMPARE(methods(WhineExitButton::staticMetaObject, QMetaMethod::Slot),
              QStringList({"draw_pressed()", "draw_released()"}));
 }
 
-void tst_WhineExitButton::membersInOrder()
+void TestWhineExitButton::membersInOrder()
 {
     const ExitButton button;
     const QList<const void*> addresses{&button.normalPixmap, &button.focusPixmap, &button.pressedPixmap};
@@ -138,7 +138,7 @@ void tst_WhineExitButton::membersInOrder()
         QVERIFY2(std::less<>()(addresses[i - 1], addresses[i]), QByteArray::number(i));
 }
 
-void tst_WhineExitButton::setPictures_data()
+void TestWhineExitButton::setPictures_data()
 {
     QTest::addColumn<bool>("focused");
     QTest::addColumn<bool>("down");
@@ -149,7 +149,7 @@ void tst_WhineExitButton::setPictures_data()
     QTest::newRow("focused and held") << true << true << "pressed";
 }
 
-void tst_WhineExitButton::setPictures()
+void TestWhineExitButton::setPictures()
 {
     QFETCH(bool, focused);
     QFETCH(bool, down);
@@ -168,7 +168,7 @@ void tst_WhineExitButton::setPictures()
     COMPARE_PICTURES(scene.button.pressedPixmap.toImage(), ExitButton::pressedLook());
 }
 
-void tst_WhineExitButton::builtinPictures()
+void TestWhineExitButton::builtinPictures()
 {
     const auto builtin = [](const char* name) {
         return QImage::fromData(skinwidgets::findBuiltinImage(name)).convertToFormat(QImage::Format_ARGB32);
@@ -188,7 +188,7 @@ void tst_WhineExitButton::builtinPictures()
     COMPARE_PICTURES(shown(button), builtin("close_press"));
 }
 
-void tst_WhineExitButton::drawPressed()
+void TestWhineExitButton::drawPressed()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -200,7 +200,7 @@ void tst_WhineExitButton::drawPressed()
     QCOMPARE(scene.button.take(), QStringList({"pressed"}));
 }
 
-void tst_WhineExitButton::drawReleased()
+void TestWhineExitButton::drawReleased()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -212,7 +212,7 @@ void tst_WhineExitButton::drawReleased()
     QCOMPARE(scene.button.take(), QStringList({"focus"}));
 }
 
-void tst_WhineExitButton::focusEvents()
+void TestWhineExitButton::focusEvents()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -226,7 +226,7 @@ void tst_WhineExitButton::focusEvents()
     QCOMPARE(scene.button.take(), QStringList({"normal"}));
 }
 
-void tst_WhineExitButton::showsThePictures()
+void TestWhineExitButton::showsThePictures()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -243,7 +243,7 @@ void tst_WhineExitButton::showsThePictures()
     COMPARE_PICTURES(shown(scene.button), ExitButton::focus());
 }
 
-void tst_WhineExitButton::stylus()
+void TestWhineExitButton::stylus()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -260,7 +260,7 @@ void tst_WhineExitButton::stylus()
     QCOMPARE(scene.button.take(), QStringList({"normal"}));
 }
 
-void tst_WhineExitButton::stylusLeavesAndComesBack()
+void TestWhineExitButton::stylusLeavesAndComesBack()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -277,7 +277,7 @@ void tst_WhineExitButton::stylusLeavesAndComesBack()
     QCOMPARE(clicks, 1);
 }
 
-void tst_WhineExitButton::keys()
+void TestWhineExitButton::keys()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -288,7 +288,7 @@ void tst_WhineExitButton::keys()
     QCOMPARE(scene.button.picture(), QString("focus"));
 }
 
-void tst_WhineExitButton::drawnBeforeReceiversHear()
+void TestWhineExitButton::drawnBeforeReceiversHear()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -299,7 +299,7 @@ void tst_WhineExitButton::drawnBeforeReceiversHear()
     QCOMPARE(seen, QStringList({"pressed", "focus"}));
 }
 
-void tst_WhineExitButton::focusLeavesWhileHeld()
+void TestWhineExitButton::focusLeavesWhileHeld()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -313,7 +313,7 @@ void tst_WhineExitButton::focusLeavesWhileHeld()
     QCOMPARE(releases, 1);
 }
 
-void tst_WhineExitButton::disabledWhileHeld()
+void TestWhineExitButton::disabledWhileHeld()
 {
     Scene scene;
     QVERIFY(scene.activate());
@@ -322,7 +322,7 @@ void tst_WhineExitButton::disabledWhileHeld()
     QCOMPARE(scene.button.picture(), QString("normal"));
 }
 
-void tst_WhineExitButton::nullPictures()
+void TestWhineExitButton::nullPictures()
 {
     ExitButton button;
     button.resize(20, 21);
@@ -338,7 +338,7 @@ void tst_WhineExitButton::nullPictures()
     COMPARE_PICTURES(shown(button), ExitButton::normal());
 }
 
-void tst_WhineExitButton::notResized()
+void TestWhineExitButton::notResized()
 {
     ExitButton button;
     button.resize(7, 9);
@@ -347,5 +347,5 @@ void tst_WhineExitButton::notResized()
     QCOMPARE(button.size(), QSize(7, 9));
 }
 
-QTEST_MAIN(tst_WhineExitButton)
+QTEST_MAIN(TestWhineExitButton)
 #include "tst_whineexitbutton.moc"

@@ -119,7 +119,7 @@ void exercise(Volume& panel)
 
 } // namespace
 
-class tst_MediaBadInput : public QObject
+class TestMediaBadInput : public QObject
 {
     Q_OBJECT
 
@@ -184,7 +184,7 @@ private:
     QElapsedTimer clock;
 };
 
-void tst_MediaBadInput::pictures_data()
+void TestMediaBadInput::pictures_data()
 {
     QTest::addColumn<QString>("file");
     QTest::addColumn<QString>("kind");
@@ -196,7 +196,7 @@ void tst_MediaBadInput::pictures_data()
             QTest::addRow("%s: %s", file, kind) << QString(file) << QString(kind);
 }
 
-void tst_MediaBadInput::pictures()
+void TestMediaBadInput::pictures()
 {
     QFETCH(QString, file);
     QFETCH(QString, kind);
@@ -250,7 +250,7 @@ void tst_MediaBadInput::pictures()
     }
 }
 
-void tst_MediaBadInput::picturePaths_data()
+void TestMediaBadInput::picturePaths_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("null") << QString();
@@ -262,7 +262,7 @@ void tst_MediaBadInput::picturePaths_data()
     QTest::newRow("resource") << QString(":/nothing");
 }
 
-void tst_MediaBadInput::picturePaths()
+void TestMediaBadInput::picturePaths()
 {
     QFETCH(QString, path);
     Window window;
@@ -274,7 +274,7 @@ void tst_MediaBadInput::picturePaths()
     exercise(four);
 }
 
-void tst_MediaBadInput::configs_data()
+void TestMediaBadInput::configs_data()
 {
     QTest::addColumn<QByteArray>("config");
     QTest::newRow("empty") << QByteArray();
@@ -296,7 +296,7 @@ void tst_MediaBadInput::configs_data()
     QTest::newRow("count beyond measure") << QByteArray("[Volume]\ncount = 2000000000\n");
 }
 
-void tst_MediaBadInput::configs()
+void TestMediaBadInput::configs()
 {
     QFETCH(QByteArray, config);
     installation->config("player", config);
@@ -313,7 +313,7 @@ void tst_MediaBadInput::configs()
     exercise(panel);
 }
 
-void tst_MediaBadInput::configIsADirectory()
+void TestMediaBadInput::configIsADirectory()
 {
     QDir().mkpath(installation->skin("odd") + "/config");
     Window window("odd");
@@ -325,7 +325,7 @@ void tst_MediaBadInput::configIsADirectory()
     exercise(panel);
 }
 
-void tst_MediaBadInput::noInstallation()
+void TestMediaBadInput::noInstallation()
 {
     qputenv("QPEDIR", "/no/such/directory");
     Window window;
@@ -346,7 +346,7 @@ void tst_MediaBadInput::noInstallation()
     exercise(lonePanel);
 }
 
-void tst_MediaBadInput::withoutBackground_data()
+void TestMediaBadInput::withoutBackground_data()
 {
     QTest::addColumn<bool>("shown");
     QTest::newRow("hidden") << false;
@@ -354,7 +354,7 @@ void tst_MediaBadInput::withoutBackground_data()
 }
 
 // Sliders and displays have no background picture of their own unless they are given one.
-void tst_MediaBadInput::withoutBackground()
+void TestMediaBadInput::withoutBackground()
 {
     QFETCH(bool, shown);
     Window window;
@@ -378,7 +378,7 @@ void tst_MediaBadInput::withoutBackground()
     QCOMPARE(time.size(), QSize(82, 20));
 }
 
-void tst_MediaBadInput::strangeStrips_data()
+void TestMediaBadInput::strangeStrips_data()
 {
     QTest::addColumn<QSize>("back");
     QTest::addColumn<QSize>("bar");
@@ -392,7 +392,7 @@ void tst_MediaBadInput::strangeStrips_data()
     QTest::newRow("very high") << QSize(2, 16384) << QSize(2, 1);
 }
 
-void tst_MediaBadInput::strangeStrips()
+void TestMediaBadInput::strangeStrips()
 {
     QFETCH(QSize, back);
     QFETCH(QSize, bar);
@@ -412,7 +412,7 @@ void tst_MediaBadInput::strangeStrips()
     exercise(slider);
 }
 
-void tst_MediaBadInput::ranges_data()
+void TestMediaBadInput::ranges_data()
 {
     QTest::addColumn<QList<int>>("range");
     QTest::newRow("widest") << QList<int>{lowest, highest, highest};
@@ -424,7 +424,7 @@ void tst_MediaBadInput::ranges_data()
     QTest::newRow("from below zero") << QList<int>{lowest, 0, 1};
 }
 
-void tst_MediaBadInput::ranges()
+void TestMediaBadInput::ranges()
 {
     QFETCH(QList<int>, range);
     Window window;
@@ -453,7 +453,7 @@ void tst_MediaBadInput::ranges()
     exercise(constructed);
 }
 
-void tst_MediaBadInput::positions_data()
+void TestMediaBadInput::positions_data()
 {
     QTest::addColumn<QByteArray>("group");
     QTest::addColumn<int>("position");
@@ -463,7 +463,7 @@ void tst_MediaBadInput::positions_data()
 }
 
 // Positions are not checked; whatever they are, painting, the stylus and the way back work.
-void tst_MediaBadInput::positions()
+void TestMediaBadInput::positions()
 {
     QFETCH(QByteArray, group);
     QFETCH(int, position);
@@ -490,14 +490,14 @@ void tst_MediaBadInput::positions()
     QCOMPARE(slider.sliderPos, 76);
 }
 
-void tst_MediaBadInput::markers_data()
+void TestMediaBadInput::markers_data()
 {
     QTest::addColumn<int>("index");
     for (const int index : {lowest, -1, 0, 9, 10, 11, 1000, highest})
         QTest::addRow("%d", index) << index;
 }
 
-void tst_MediaBadInput::markers()
+void TestMediaBadInput::markers()
 {
     QFETCH(int, index);
     Window window;
@@ -513,14 +513,14 @@ void tst_MediaBadInput::markers()
     slider.updateMarker(index);
 }
 
-void tst_MediaBadInput::clickOffsets_data()
+void TestMediaBadInput::clickOffsets_data()
 {
     QTest::addColumn<int>("offset");
     for (const int offset : {lowest, -1000, 1000, highest})
         QTest::addRow("%d", offset) << offset;
 }
 
-void tst_MediaBadInput::clickOffsets()
+void TestMediaBadInput::clickOffsets()
 {
     QFETCH(int, offset);
     Window window;
@@ -537,7 +537,7 @@ void tst_MediaBadInput::clickOffsets()
     QCOMPARE(int(slider.state), int(SliderState::Idle));
 }
 
-void tst_MediaBadInput::times()
+void TestMediaBadInput::times()
 {
     Window window("time");
     Time time(&window, "Time");
@@ -553,7 +553,7 @@ void tst_MediaBadInput::times()
     }
 }
 
-void tst_MediaBadInput::spacings_data()
+void TestMediaBadInput::spacings_data()
 {
     QTest::addColumn<QByteArray>("spacing");
     QTest::addColumn<QSize>("numbers");
@@ -567,7 +567,7 @@ void tst_MediaBadInput::spacings_data()
     QTest::newRow("highest, no figures") << QByteArray("2147483647") << QSize(9, 20);
 }
 
-void tst_MediaBadInput::spacings()
+void TestMediaBadInput::spacings()
 {
     QFETCH(QByteArray, spacing);
     QFETCH(QSize, numbers);
@@ -583,14 +583,14 @@ void tst_MediaBadInput::spacings()
     time.grab(QRect(0, 0, 50, 50));
 }
 
-void tst_MediaBadInput::sliderPositions_data()
+void TestMediaBadInput::sliderPositions_data()
 {
     QTest::addColumn<QByteArray>("position");
     for (const char* position : {"2147483647", "-2147483648", "99999999999", "100000", "-100000", "1e5", "0x10"})
         QTest::newRow(position) << QByteArray(position);
 }
 
-void tst_MediaBadInput::sliderPositions()
+void TestMediaBadInput::sliderPositions()
 {
     QFETCH(QByteArray, position);
     installation->config("volume", QByteArray(VolumeSkins::panelGroups) +
@@ -604,12 +604,12 @@ void tst_MediaBadInput::sliderPositions()
     exercise(panel);
 }
 
-void tst_MediaBadInput::volumes_data()
+void TestMediaBadInput::volumes_data()
 {
     ranges_data();
 }
 
-void tst_MediaBadInput::volumes()
+void TestMediaBadInput::volumes()
 {
     QFETCH(QList<int>, range);
     Window window("volume");
@@ -619,7 +619,7 @@ void tst_MediaBadInput::volumes()
     QVERIFY(panel.slider->value() >= panel.slider->minValue() && panel.slider->value() <= panel.slider->maxValue());
 }
 
-void tst_MediaBadInput::buttonNames_data()
+void TestMediaBadInput::buttonNames_data()
 {
     QTest::addColumn<QByteArray>("names");
     QTest::newRow("none") << QByteArray("[Volume]\nbackground = bg.png\ncount = 0\n");
@@ -634,7 +634,7 @@ void tst_MediaBadInput::buttonNames_data()
                                                "[Volume_BUTTON1]\nname = mute_on\nimage = on.png\nmask = ffff8000\n");
 }
 
-void tst_MediaBadInput::buttonNames()
+void TestMediaBadInput::buttonNames()
 {
     QFETCH(QByteArray, names);
     installation->config("volume", names + VolumeSkins::sliderGroup);
@@ -649,5 +649,5 @@ void tst_MediaBadInput::buttonNames()
     panel.grab();
 }
 
-QTEST_MAIN(tst_MediaBadInput)
+QTEST_MAIN(TestMediaBadInput)
 #include "tst_media_badinput.moc"

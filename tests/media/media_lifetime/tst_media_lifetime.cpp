@@ -283,7 +283,7 @@ private:
 } // namespace
 
 // Receivers that delete the sender, its parent or its window, and receivers that call back.
-class tst_MediaLifetime : public QObject
+class TestMediaLifetime : public QObject
 {
     Q_OBJECT
 
@@ -341,12 +341,12 @@ private:
     std::unique_ptr<Messages> messages;
 };
 
-void tst_MediaLifetime::sliderSignals_data()
+void TestMediaLifetime::sliderSignals_data()
 {
     addRows<SliderAction>(sliderActions(), [](const SliderAction& action) { return action.line; });
 }
 
-void tst_MediaLifetime::runSlider(SliderScene& scene)
+void TestMediaLifetime::runSlider(SliderScene& scene)
 {
     QFETCH(int, action);
     QFETCH(int, victim);
@@ -373,25 +373,25 @@ void tst_MediaLifetime::runSlider(SliderScene& scene)
     QCOMPARE(scene.recorder.log.count(what.line), what.occurrence);
 }
 
-void tst_MediaLifetime::sliderSignals()
+void TestMediaLifetime::sliderSignals()
 {
     SliderScene scene;
     runSlider(scene);
 }
 
-void tst_MediaLifetime::sliderSignalsInAShownWindow_data()
+void TestMediaLifetime::sliderSignalsInAShownWindow_data()
 {
     sliderSignals_data();
 }
 
-void tst_MediaLifetime::sliderSignalsInAShownWindow()
+void TestMediaLifetime::sliderSignalsInAShownWindow()
 {
     SliderScene scene;
     QVERIFY(static_cast<Window*>(scene.window.data())->expose());
     runSlider(scene);
 }
 
-void tst_MediaLifetime::sliderThroughTheWindow_data()
+void TestMediaLifetime::sliderThroughTheWindow_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<int>("victim");
@@ -400,7 +400,7 @@ void tst_MediaLifetime::sliderThroughTheWindow_data()
             QTest::addRow("%s deletes %s", line, nameOf(victim)) << QString(line) << int(victim);
 }
 
-void tst_MediaLifetime::sliderThroughTheWindow()
+void TestMediaLifetime::sliderThroughTheWindow()
 {
     QFETCH(QString, line);
     QFETCH(int, victim);
@@ -424,12 +424,12 @@ void tst_MediaLifetime::sliderThroughTheWindow()
     QCOMPARE(scene.recorder.log.last(), line);
 }
 
-void tst_MediaLifetime::volumeSignals_data()
+void TestMediaLifetime::volumeSignals_data()
 {
     addRows<VolumeAction>(volumeActions(), [](const VolumeAction& action) { return QString(action.signal).mid(1); });
 }
 
-void tst_MediaLifetime::runVolume(VolumeScene& scene, const QList<VolumeAction>& actions, bool ofSlider)
+void TestMediaLifetime::runVolume(VolumeScene& scene, const QList<VolumeAction>& actions, bool ofSlider)
 {
     QFETCH(int, action);
     QFETCH(int, victim);
@@ -447,37 +447,37 @@ void tst_MediaLifetime::runVolume(VolumeScene& scene, const QList<VolumeAction>&
     QVERIFY(!scene.panel && !scene.slider);
 }
 
-void tst_MediaLifetime::volumeSignals()
+void TestMediaLifetime::volumeSignals()
 {
     VolumeScene scene;
     QCOMPARE(scene.panel->size(), QSize(120, 40));
     runVolume(scene, volumeActions(), false);
 }
 
-void tst_MediaLifetime::volumeSignalsInAShownWindow_data()
+void TestMediaLifetime::volumeSignalsInAShownWindow_data()
 {
     volumeSignals_data();
 }
 
-void tst_MediaLifetime::volumeSignalsInAShownWindow()
+void TestMediaLifetime::volumeSignalsInAShownWindow()
 {
     VolumeScene scene;
     QVERIFY(static_cast<Window*>(scene.window.data())->expose());
     runVolume(scene, volumeActions(), false);
 }
 
-void tst_MediaLifetime::levelSignals_data()
+void TestMediaLifetime::levelSignals_data()
 {
     addRows<VolumeAction>(levelActions(), [](const VolumeAction& action) { return QString(action.signal).mid(1); });
 }
 
-void tst_MediaLifetime::levelSignals()
+void TestMediaLifetime::levelSignals()
 {
     VolumeScene scene;
     runVolume(scene, levelActions(), true);
 }
 
-void tst_MediaLifetime::levelDeletedAlone_data()
+void TestMediaLifetime::levelDeletedAlone_data()
 {
     QTest::addColumn<int>("action");
     const QList<VolumeAction>& actions = levelActions();
@@ -486,7 +486,7 @@ void tst_MediaLifetime::levelDeletedAlone_data()
 }
 
 // A receiver may take the slider out of a panel that lives on.
-void tst_MediaLifetime::levelDeletedAlone()
+void TestMediaLifetime::levelDeletedAlone()
 {
     QFETCH(int, action);
     VolumeScene scene;
@@ -502,7 +502,7 @@ void tst_MediaLifetime::levelDeletedAlone()
     scene.panel->grab();
 }
 
-void tst_MediaLifetime::panelWithoutLevel()
+void TestMediaLifetime::panelWithoutLevel()
 {
     VolumeScene scene;
     // Also where nobody is to hear of it.
@@ -522,7 +522,7 @@ void tst_MediaLifetime::panelWithoutLevel()
 }
 
 // The panel takes a new slider, and lets go of the old one for good.
-void tst_MediaLifetime::sliderReplaced()
+void TestMediaLifetime::sliderReplaced()
 {
     VolumeScene scene;
     scene.panel->init_volumeskin("Volume");
@@ -537,7 +537,7 @@ void tst_MediaLifetime::sliderReplaced()
 }
 
 // The rest of the move counts in the new range.
-void tst_MediaLifetime::rangeChangedWhileMoved()
+void TestMediaLifetime::rangeChangedWhileMoved()
 {
     SliderScene scene;
     hold(scene.slider);
@@ -550,7 +550,7 @@ void tst_MediaLifetime::rangeChangedWhileMoved()
     QCOMPARE(scene.recorder.log.last(), QString("valueChanged(3)"));
 }
 
-void tst_MediaLifetime::disabledWhilePressed()
+void TestMediaLifetime::disabledWhilePressed()
 {
     SliderScene scene;
     connect(scene.slider, &SliderSkin::sliderPressed, scene.slider, [&] { scene.slider->setDisable(true); });
@@ -561,7 +561,7 @@ void tst_MediaLifetime::disabledWhilePressed()
     QCOMPARE(int(scene.slider->state), int(SliderState::Inactive));
 }
 
-void tst_MediaLifetime::disabledWhileMoved()
+void TestMediaLifetime::disabledWhileMoved()
 {
     SliderScene scene;
     hold(scene.slider);
@@ -574,7 +574,7 @@ void tst_MediaLifetime::disabledWhileMoved()
     QCOMPARE(int(scene.slider->state), int(SliderState::Inactive));
 }
 
-void tst_MediaLifetime::valueSetInValueChanged()
+void TestMediaLifetime::valueSetInValueChanged()
 {
     SliderScene scene;
     connect(scene.slider, &SliderSkin::valueChanged, scene.slider, [&](unsigned int value) {
@@ -588,7 +588,7 @@ void tst_MediaLifetime::valueSetInValueChanged()
     QCOMPARE(scene.slider->sliderPos, 20);
 }
 
-void tst_MediaLifetime::setValueInitInValueChanged()
+void TestMediaLifetime::setValueInitInValueChanged()
 {
     SliderScene scene;
     int calls = 0;
@@ -603,7 +603,7 @@ void tst_MediaLifetime::setValueInitInValueChanged()
     QCOMPARE(scene.slider->sliderPos, 0);
 }
 
-void tst_MediaLifetime::volumeSetInAppVolumes()
+void TestMediaLifetime::volumeSetInAppVolumes()
 {
     VolumeScene scene;
     QList<unsigned int> volumes;
@@ -620,7 +620,7 @@ void tst_MediaLifetime::volumeSetInAppVolumes()
 }
 
 // The button follows the level that the receiver set.
-void tst_MediaLifetime::volumeSetInAppMute()
+void TestMediaLifetime::volumeSetInAppMute()
 {
     VolumeScene scene;
     connect(scene.panel, &VolumeSkin::app_mute, scene.panel, [&] { scene.panel->set_volumeValue(0); });
@@ -631,7 +631,7 @@ void tst_MediaLifetime::volumeSetInAppMute()
 }
 
 // The click of a button that is held while the level changes counts, and exactly one button shows in the end.
-void tst_MediaLifetime::heldButtonAndNewLevel()
+void TestMediaLifetime::heldButtonAndNewLevel()
 {
     VolumeScene scene;
     QStringList log;
@@ -648,7 +648,7 @@ void tst_MediaLifetime::heldButtonAndNewLevel()
 }
 
 // Leaks are seen by the address sanitizer.
-void tst_MediaLifetime::destructorsFreeEverything()
+void TestMediaLifetime::destructorsFreeEverything()
 {
     for (int i = 0; i < 3; ++i) {
         Window window("volume");
@@ -664,5 +664,5 @@ void tst_MediaLifetime::destructorsFreeEverything()
     }
 }
 
-QTEST_MAIN(tst_MediaLifetime)
+QTEST_MAIN(TestMediaLifetime)
 #include "tst_media_lifetime.moc"

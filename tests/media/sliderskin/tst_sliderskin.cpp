@@ -30,7 +30,7 @@ public:
 } // namespace
 
 // Construction, skins, range, geometry and markers. Painting and the stylus have programs of their own.
-class tst_SliderSkin : public QObject
+class TestSliderSkin : public QObject
 {
     Q_OBJECT
 
@@ -158,7 +158,7 @@ private:
     QStringList expectedMessages;
 };
 
-std::unique_ptr<Slider> tst_SliderSkin::makeSlider(const QString& constructor, QWidget* parent, const char* name) const
+std::unique_ptr<Slider> TestSliderSkin::makeSlider(const QString& constructor, QWidget* parent, const char* name) const
 {
     if (constructor == "range")
         return std::make_unique<Slider>(5, 25, 4, 15, parent, name);
@@ -170,7 +170,7 @@ std::unique_ptr<Slider> tst_SliderSkin::makeSlider(const QString& constructor, Q
                                     file("marker_2.png"), parent, name);
 }
 
-void tst_SliderSkin::bases()
+void TestSliderSkin::bases()
 {
     static_assert(std::is_base_of_v<SkinBase, SliderSkin>);
     static_assert(std::is_base_of_v<QRangeControl, SliderSkin>);
@@ -187,7 +187,7 @@ void tst_SliderSkin::bases()
 }
 
 // What a subclass reads has these types.
-void tst_SliderSkin::dataModel()
+void TestSliderSkin::dataModel()
 {
     static_assert(std::is_same_v<decltype(Slider::grooveImage), QImage>);
     static_assert(std::is_same_v<decltype(Slider::fillImage), QImage>);
@@ -205,7 +205,7 @@ void tst_SliderSkin::dataModel()
     static_assert(std::is_same_v<decltype(&Slider::sliderStartVal), int*>);
 }
 
-void tst_SliderSkin::enumerations()
+void TestSliderSkin::enumerations()
 {
     QCOMPARE(int(SliderState::Idle), 0);
     QCOMPARE(int(SliderState::Dragging), 2);
@@ -215,7 +215,7 @@ void tst_SliderSkin::enumerations()
     QCOMPARE(int(MarkerType::Marker_3), 2);
 }
 
-void tst_SliderSkin::signalsAndSlots_data()
+void TestSliderSkin::signalsAndSlots_data()
 {
     QTest::addColumn<QByteArray>("signature");
     QTest::addColumn<int>("type");
@@ -228,7 +228,7 @@ void tst_SliderSkin::signalsAndSlots_data()
     QTest::newRow("subtractStep") << QByteArray("subtractStep()") << int(QMetaMethod::Slot);
 }
 
-void tst_SliderSkin::signalsAndSlots()
+void TestSliderSkin::signalsAndSlots()
 {
     QFETCH(QByteArray, signature);
     QFETCH(int, type);
@@ -239,7 +239,7 @@ void tst_SliderSkin::signalsAndSlots()
     QCOMPARE(meta.method(index).access(), QMetaMethod::Public);
 }
 
-void tst_SliderSkin::freshState_data()
+void TestSliderSkin::freshState_data()
 {
     QTest::addColumn<QList<int>>("range");
     QTest::addColumn<int>("shown");
@@ -249,7 +249,7 @@ void tst_SliderSkin::freshState_data()
     QTest::newRow("four paths") << QList<int>{0, 99, 1, 10, 0} << 0;
 }
 
-void tst_SliderSkin::freshState()
+void TestSliderSkin::freshState()
 {
     QFETCH(QList<int>, range);
     QFETCH(int, shown);
@@ -270,7 +270,7 @@ void tst_SliderSkin::freshState()
     QCOMPARE(slider->size(), QSize(200, 20));
 }
 
-void tst_SliderSkin::constructorArguments()
+void TestSliderSkin::constructorArguments()
 {
     const SliderSkin bare;
     QVERIFY(!bare.parent() && bare.objectName().isEmpty());
@@ -288,7 +288,7 @@ void tst_SliderSkin::constructorArguments()
     }
 }
 
-void tst_SliderSkin::rangeConstructorKeepsValueUnbounded_data()
+void TestSliderSkin::rangeConstructorKeepsValueUnbounded_data()
 {
     QTest::addColumn<QList<int>>("arguments");
     QTest::addColumn<QList<int>>("control");
@@ -300,7 +300,7 @@ void tst_SliderSkin::rangeConstructorKeepsValueUnbounded_data()
                             << QList<int>{lowest, highest, highest, highest};
 }
 
-void tst_SliderSkin::rangeConstructorKeepsValueUnbounded()
+void TestSliderSkin::rangeConstructorKeepsValueUnbounded()
 {
     QFETCH(QList<int>, arguments);
     QFETCH(QList<int>, control);
@@ -311,7 +311,7 @@ void tst_SliderSkin::rangeConstructorKeepsValueUnbounded()
     QCOMPARE(slider.sliderPos, 0);
 }
 
-void tst_SliderSkin::focusPolicy_data()
+void TestSliderSkin::focusPolicy_data()
 {
     QTest::addColumn<int>("policy");
     QTest::newRow("range") << int(Qt::StrongFocus);
@@ -320,14 +320,14 @@ void tst_SliderSkin::focusPolicy_data()
     QTest::newRow("four paths") << int(Qt::NoFocus);
 }
 
-void tst_SliderSkin::focusPolicy()
+void TestSliderSkin::focusPolicy()
 {
     QFETCH(int, policy);
     Window window;
     QCOMPARE(int(makeSlider(QTest::currentDataTag(), &window)->focusPolicy()), policy);
 }
 
-void tst_SliderSkin::configuredFlag_data()
+void TestSliderSkin::configuredFlag_data()
 {
     QTest::addColumn<bool>("configured");
     QTest::newRow("range") << false;
@@ -336,7 +336,7 @@ void tst_SliderSkin::configuredFlag_data()
     QTest::newRow("four paths") << true;
 }
 
-void tst_SliderSkin::configuredFlag()
+void TestSliderSkin::configuredFlag()
 {
     QFETCH(bool, configured);
     Window window;
@@ -347,7 +347,7 @@ void tst_SliderSkin::configuredFlag()
     QVERIFY(slider->configured);
 }
 
-void tst_SliderSkin::initResets()
+void TestSliderSkin::initResets()
 {
     Window window;
     Slider slider(&window, "Seek");
@@ -365,14 +365,14 @@ void tst_SliderSkin::initResets()
         QVERIFY(!marker.used);
 }
 
-void tst_SliderSkin::inactiveUntilSetValue_data()
+void TestSliderSkin::inactiveUntilSetValue_data()
 {
     QTest::addColumn<QString>("constructor");
     for (const char* constructor : {"range", "skin", "two paths", "four paths"})
         QTest::newRow(constructor) << constructor;
 }
 
-void tst_SliderSkin::inactiveUntilSetValue()
+void TestSliderSkin::inactiveUntilSetValue()
 {
     QFETCH(QString, constructor);
     Window window;
@@ -389,7 +389,7 @@ void tst_SliderSkin::inactiveUntilSetValue()
     QCOMPARE(recorder.take(), QStringList{"sliderPressed()"});
 }
 
-void tst_SliderSkin::pathsAreFilesNotNames()
+void TestSliderSkin::pathsAreFilesNotNames()
 {
     Window window;
     const Slider byName("seek_back.png", "seek_bar.png", &window, "Seek");
@@ -402,7 +402,7 @@ void tst_SliderSkin::pathsAreFilesNotNames()
     COMPARE_PICTURES(byPath.barPressedImage, SliderSkins::barPressed());
 }
 
-void tst_SliderSkin::twoPathsHaveNoMarkers()
+void TestSliderSkin::twoPathsHaveNoMarkers()
 {
     Window window;
     const Slider slider(file("seek_back.png"), file("seek_bar.png"), &window, "Seek");
@@ -410,7 +410,7 @@ void tst_SliderSkin::twoPathsHaveNoMarkers()
         QVERIFY(picture.isNull());
 }
 
-void tst_SliderSkin::fourPathsGiveKindsOneTwoTwo()
+void TestSliderSkin::fourPathsGiveKindsOneTwoTwo()
 {
     Window window;
     Slider slider(file("seek_back.png"), file("seek_bar.png"), file("marker_1.png"), file("marker_2.png"), &window,
@@ -424,7 +424,7 @@ void tst_SliderSkin::fourPathsGiveKindsOneTwoTwo()
     COMPARE_PICTURES(slider.barPressedImage, SliderSkins::barPressed());
 }
 
-void tst_SliderSkin::pathConstructorsReadNoSkin()
+void TestSliderSkin::pathConstructorsReadNoSkin()
 {
     Window window;
     const Slider slider(file("level_back.png"), file("level_bar.png"), &window, "Seek");
@@ -434,7 +434,7 @@ void tst_SliderSkin::pathConstructorsReadNoSkin()
     QVERIFY(nothing.backImage.isNull() && nothing.barImage.isNull());
 }
 
-void tst_SliderSkin::loadsTheGroupOfItsName()
+void TestSliderSkin::loadsTheGroupOfItsName()
 {
     Window window;
     const Slider seek(&window, "Seek");
@@ -447,7 +447,7 @@ void tst_SliderSkin::loadsTheGroupOfItsName()
     QVERIFY(other.size().isEmpty());
 }
 
-void tst_SliderSkin::loadsThroughTheBase()
+void TestSliderSkin::loadsThroughTheBase()
 {
     Window window;
     Slider slider(&window, "Seek");
@@ -457,7 +457,7 @@ void tst_SliderSkin::loadsThroughTheBase()
     QCOMPARE(slider.objectName(), QString("Seek"));
 }
 
-void tst_SliderSkin::skinOfTheWindow()
+void TestSliderSkin::skinOfTheWindow()
 {
     SliderSkins::install(*installation, "other");
     installation->picture("other", "seek_back.png", halves(pattern(50, 10), pattern(50, 10)));
@@ -474,7 +474,7 @@ void tst_SliderSkin::skinOfTheWindow()
     QVERIFY(nothing.size().isEmpty());
 }
 
-void tst_SliderSkin::windowSliderIsItsOwnSkin()
+void TestSliderSkin::windowSliderIsItsOwnSkin()
 {
     installation->picture("Seek", "back.png", halves(pattern(30, 7), pattern(30, 7)));
     installation->config("Seek", "[Seek]\nback_image = back.png\n");
@@ -482,7 +482,7 @@ void tst_SliderSkin::windowSliderIsItsOwnSkin()
     QCOMPARE(slider.size(), QSize(30, 7));
 }
 
-void tst_SliderSkin::picturesOfASkin()
+void TestSliderSkin::picturesOfASkin()
 {
     Window window;
     const Slider slider(&window, "Seek");
@@ -496,7 +496,7 @@ void tst_SliderSkin::picturesOfASkin()
 }
 
 // Only the back picture goes through redrawImage; bar and markers keep their own alpha.
-void tst_SliderSkin::barIsNotComposed()
+void TestSliderSkin::barIsNotComposed()
 {
     const QImage bar = pattern(8, 6, 1, 77);
     const QImage marker = pattern(3, 3, 2, 0);
@@ -517,14 +517,14 @@ void tst_SliderSkin::barIsNotComposed()
     COMPARE_PICTURES(slider.markerImages[1], marker);
 }
 
-void tst_SliderSkin::missingKey_data()
+void TestSliderSkin::missingKey_data()
 {
     QTest::addColumn<QByteArray>("key");
     for (const char* key : {"back_image", "bar_image", "marker_1", "marker_2", "marker_3"})
         QTest::newRow(key) << QByteArray(key);
 }
 
-void tst_SliderSkin::missingKey()
+void TestSliderSkin::missingKey()
 {
     QFETCH(QByteArray, key);
     QByteArray config = "[Seek]\n";
@@ -546,12 +546,12 @@ void tst_SliderSkin::missingKey()
         QCOMPARE(slider.markerImages[kind].isNull(), key == "marker_" + QByteArray::number(kind + 1));
 }
 
-void tst_SliderSkin::missingFile_data()
+void TestSliderSkin::missingFile_data()
 {
     missingKey_data();
 }
 
-void tst_SliderSkin::missingFile()
+void TestSliderSkin::missingFile()
 {
     QFETCH(QByteArray, key);
     const QString name = key == "back_image" ? "seek_back.png" : key == "bar_image" ? "seek_bar.png" : key + ".png";
@@ -567,7 +567,7 @@ void tst_SliderSkin::missingFile()
         QCOMPARE(slider.markerImages[kind].isNull(), key == "marker_" + QByteArray::number(kind + 1));
 }
 
-void tst_SliderSkin::halvesOfPictures_data()
+void TestSliderSkin::halvesOfPictures_data()
 {
     QTest::addColumn<int>("surplus");
     QTest::addColumn<bool>("fromPaths");
@@ -577,7 +577,7 @@ void tst_SliderSkin::halvesOfPictures_data()
     QTest::newRow("paths, odd width loses its last column") << 1 << true;
 }
 
-void tst_SliderSkin::halvesOfPictures()
+void TestSliderSkin::halvesOfPictures()
 {
     QFETCH(int, surplus);
     QFETCH(bool, fromPaths);
@@ -597,7 +597,7 @@ void tst_SliderSkin::halvesOfPictures()
     QCOMPARE(slider->size(), QSize(30, 20));
 }
 
-void tst_SliderSkin::getImage_data()
+void TestSliderSkin::getImage_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("index");
@@ -612,7 +612,7 @@ void tst_SliderSkin::getImage_data()
     QTest::newRow("half of one column") << QSize(1, 3) << 0 << QRect();
 }
 
-void tst_SliderSkin::getImage()
+void TestSliderSkin::getImage()
 {
     QFETCH(QSize, size);
     QFETCH(int, index);
@@ -626,7 +626,7 @@ void tst_SliderSkin::getImage()
         COMPARE_PICTURES(half, whole.copy(piece));
 }
 
-void tst_SliderSkin::orientation_data()
+void TestSliderSkin::orientation_data()
 {
     QTest::addColumn<QSize>("back");
     QTest::addColumn<int>("orient");
@@ -639,7 +639,7 @@ void tst_SliderSkin::orientation_data()
     QTest::newRow("30 x 20 stands though it is wider than high") << QSize(30, 20) << 1 << QSize(15, 20);
 }
 
-void tst_SliderSkin::orientation()
+void TestSliderSkin::orientation()
 {
     QFETCH(QSize, back);
     QFETCH(int, orient);
@@ -652,12 +652,12 @@ void tst_SliderSkin::orientation()
     QCOMPARE(slider.size(), size);
 }
 
-void tst_SliderSkin::orientationOfPaths_data()
+void TestSliderSkin::orientationOfPaths_data()
 {
     orientation_data();
 }
 
-void tst_SliderSkin::orientationOfPaths()
+void TestSliderSkin::orientationOfPaths()
 {
     QFETCH(QSize, back);
     QFETCH(int, orient);
@@ -672,7 +672,7 @@ void tst_SliderSkin::orientationOfPaths()
     QCOMPARE(four.size(), size);
 }
 
-void tst_SliderSkin::loadingAgainReplaces()
+void TestSliderSkin::loadingAgainReplaces()
 {
     Window window;
     Slider slider(&window, "Level");
@@ -689,7 +689,7 @@ void tst_SliderSkin::loadingAgainReplaces()
     QVERIFY(slider.size().isEmpty());
 }
 
-void tst_SliderSkin::buttonsOfTheBaseStayEmpty()
+void TestSliderSkin::buttonsOfTheBaseStayEmpty()
 {
     installation->config("player", "[Seek]\nback_image = seek_back.png\nbackground = seek_back.png\ncount = 3\n");
     Window window;
@@ -700,7 +700,7 @@ void tst_SliderSkin::buttonsOfTheBaseStayEmpty()
     QCOMPARE(slider.getFocus(), QString(""));
 }
 
-void tst_SliderSkin::rangeReaders()
+void TestSliderSkin::rangeReaders()
 {
     SliderSkin slider(3, 30, 7, 12);
     const QRangeControl& control = slider;
@@ -718,7 +718,7 @@ void tst_SliderSkin::rangeReaders()
              (QList<int>{-5, 5, 2, 4, 5}));
 }
 
-void tst_SliderSkin::rangeSetters_data()
+void TestSliderSkin::rangeSetters_data()
 {
     QTest::addColumn<QString>("setter");
     QTest::addColumn<int>("argument");
@@ -737,7 +737,7 @@ void tst_SliderSkin::rangeSetters_data()
     QTest::newRow("negative page step") << "page" << -8 << QList<int>{0, 19, 1, 8, 10};
 }
 
-void tst_SliderSkin::rangeSetters()
+void TestSliderSkin::rangeSetters()
 {
     QFETCH(QString, setter);
     QFETCH(int, argument);
@@ -757,7 +757,7 @@ void tst_SliderSkin::rangeSetters()
              range);
 }
 
-void tst_SliderSkin::rangeSetterAsksTheOther()
+void TestSliderSkin::rangeSetterAsksTheOther()
 {
     SliderSkin slider;
     slider.setMaxValue(50);
@@ -768,7 +768,7 @@ void tst_SliderSkin::rangeSetterAsksTheOther()
              (QList<int>{40, 50, 3, 9}));
 }
 
-void tst_SliderSkin::setValueInit_data()
+void TestSliderSkin::setValueInit_data()
 {
     QTest::addColumn<QList<int>>("arguments");
     QTest::addColumn<QList<int>>("range");
@@ -792,7 +792,7 @@ void tst_SliderSkin::setValueInit_data()
                                   << QStringList{"paint 0,0 110x12", "paint 0,0 10x12", "valueChanged(12)", whole};
 }
 
-void tst_SliderSkin::setValueInit()
+void TestSliderSkin::setValueInit()
 {
     QFETCH(QList<int>, arguments);
     QFETCH(QList<int>, range);
@@ -807,14 +807,14 @@ void tst_SliderSkin::setValueInit()
     QCOMPARE(slider.sliderPos, 0);
 }
 
-void tst_SliderSkin::setValueInitLeavesValueAndState_data()
+void TestSliderSkin::setValueInitLeavesValueAndState_data()
 {
     QTest::addColumn<int>("state");
     for (const int state : {0, 2, 3})
         QTest::addRow("state %d", state) << state;
 }
 
-void tst_SliderSkin::setValueInitLeavesValueAndState()
+void TestSliderSkin::setValueInitLeavesValueAndState()
 {
     QFETCH(int, state);
     SliderStage stage;
@@ -827,7 +827,7 @@ void tst_SliderSkin::setValueInitLeavesValueAndState()
     QCOMPARE(int(stage.slider.state), state);
 }
 
-void tst_SliderSkin::setDisable()
+void TestSliderSkin::setDisable()
 {
     SliderStage stage;
     QVERIFY(stage.begin(10));
@@ -841,7 +841,7 @@ void tst_SliderSkin::setDisable()
     QCOMPARE(int(stage.slider.state), int(SliderState::Idle));
 }
 
-void tst_SliderSkin::setDisableFalseStaysInactive()
+void TestSliderSkin::setDisableFalseStaysInactive()
 {
     Window window;
     Slider slider(&window, "Seek");
@@ -855,7 +855,7 @@ void tst_SliderSkin::setDisableFalseStaysInactive()
     QCOMPARE(int(slider.state), int(SliderState::Inactive));
 }
 
-void tst_SliderSkin::setDisableWhileDragging()
+void TestSliderSkin::setDisableWhileDragging()
 {
     SliderStage stage;
     QVERIFY(stage.begin(10));
@@ -873,7 +873,7 @@ void tst_SliderSkin::setDisableWhileDragging()
     QCOMPARE(stage.slider.sliderPos, 50);
 }
 
-void tst_SliderSkin::available_data()
+void TestSliderSkin::available_data()
 {
     QTest::addColumn<QByteArray>("group");
     QTest::addColumn<QSize>("size");
@@ -887,7 +887,7 @@ void tst_SliderSkin::available_data()
     QTest::newRow("lower than the bar") << QByteArray("Level") << QSize(20, 3) << -7;
 }
 
-void tst_SliderSkin::available()
+void TestSliderSkin::available()
 {
     QFETCH(QByteArray, group);
     QFETCH(QSize, size);
@@ -900,7 +900,7 @@ void tst_SliderSkin::available()
     QCOMPARE(slider.available(), span);
 }
 
-void tst_SliderSkin::positionsAndValues_data()
+void TestSliderSkin::positionsAndValues_data()
 {
     QTest::addColumn<QByteArray>("group");
     QTest::addColumn<int>("minimum");
@@ -929,7 +929,7 @@ void tst_SliderSkin::positionsAndValues_data()
     }
 }
 
-void tst_SliderSkin::positionsAndValues()
+void TestSliderSkin::positionsAndValues()
 {
     QFETCH(QByteArray, group);
     QFETCH(int, minimum);
@@ -945,7 +945,7 @@ void tst_SliderSkin::positionsAndValues()
     QCOMPARE(slider.valueFromPosition(positionBack), valueBack);
 }
 
-void tst_SliderSkin::barRectangle()
+void TestSliderSkin::barRectangle()
 {
     Window window;
     Slider lying(&window, "Seek");
@@ -956,7 +956,7 @@ void tst_SliderSkin::barRectangle()
     QCOMPARE(standing.barRect(), QRect(0, 33, 12, 10));
 }
 
-void tst_SliderSkin::standingBarRectangleFollowsPressedPicture()
+void TestSliderSkin::standingBarRectangleFollowsPressedPicture()
 {
     Window window;
     Slider slider(&window, "Level");
@@ -965,7 +965,7 @@ void tst_SliderSkin::standingBarRectangleFollowsPressedPicture()
     QCOMPARE(slider.available(), 190);
 }
 
-void tst_SliderSkin::lyingBarRectangleFollowsIdlePicture()
+void TestSliderSkin::lyingBarRectangleFollowsIdlePicture()
 {
     Window window;
     Slider slider(&window, "Seek");
@@ -975,7 +975,7 @@ void tst_SliderSkin::lyingBarRectangleFollowsIdlePicture()
     QCOMPARE(slider.barRect(), QRect(0, 0, 3, 4));
 }
 
-void tst_SliderSkin::progRect()
+void TestSliderSkin::progRect()
 {
     Window window;
     Slider lying(&window, "Seek");
@@ -992,7 +992,7 @@ void tst_SliderSkin::progRect()
     QCOMPARE(standing.progRect(), QRect(0, 0, 33, 20));
 }
 
-void tst_SliderSkin::goodPart()
+void TestSliderSkin::goodPart()
 {
     Window window;
     const Slider lying(&window, "Seek");
@@ -1001,7 +1001,7 @@ void tst_SliderSkin::goodPart()
     QCOMPARE(standing.goodPart(QPoint(3, 8)), 8);
 }
 
-void tst_SliderSkin::slideLength()
+void TestSliderSkin::slideLength()
 {
     LongHandles style;
     Slider slider;
@@ -1012,7 +1012,7 @@ void tst_SliderSkin::slideLength()
     slider.setStyle(nullptr);
 }
 
-void tst_SliderSkin::valueChangeMovesTheBar()
+void TestSliderSkin::valueChangeMovesTheBar()
 {
     SliderStage stage;
     QVERIFY(stage.begin());
@@ -1030,7 +1030,7 @@ void tst_SliderSkin::valueChangeMovesTheBar()
     QCOMPARE(stage.take(), (QStringList{"paint 40,0 10x12", "valueChanged(4001)"}));
 }
 
-void tst_SliderSkin::valueChangeKeepsTheShownValue()
+void TestSliderSkin::valueChangeKeepsTheShownValue()
 {
     SliderStage stage;
     QVERIFY(stage.begin(4));
@@ -1043,7 +1043,7 @@ void tst_SliderSkin::valueChangeKeepsTheShownValue()
     QCOMPARE(stage.take(), QStringList{"valueChanged(9)"});
 }
 
-void tst_SliderSkin::valueChangeHandsValueBack()
+void TestSliderSkin::valueChangeHandsValueBack()
 {
     SliderStage stage;
     stage.slider.setValue(4);
@@ -1056,7 +1056,7 @@ void tst_SliderSkin::valueChangeHandsValueBack()
     QCOMPARE(stage.slider.prevValue(), 6);
 }
 
-void tst_SliderSkin::negativeValues()
+void TestSliderSkin::negativeValues()
 {
     SliderStage stage;
     QVERIFY(stage.begin());
@@ -1067,7 +1067,7 @@ void tst_SliderSkin::negativeValues()
     QCOMPARE(stage.take().filter("valueChanged"), QStringList{"valueChanged(4294967291)"});
 }
 
-void tst_SliderSkin::valueChangeThroughRangeControl()
+void TestSliderSkin::valueChangeThroughRangeControl()
 {
     SliderStage stage;
     Recorder recorder;
@@ -1083,7 +1083,7 @@ void tst_SliderSkin::valueChangeThroughRangeControl()
     QCOMPARE(stage.slider.sliderPos, 0);
 }
 
-void tst_SliderSkin::rangeChangeMovesTheBar()
+void TestSliderSkin::rangeChangeMovesTheBar()
 {
     SliderStage stage;
     QVERIFY(stage.begin(10));
@@ -1100,7 +1100,7 @@ void tst_SliderSkin::rangeChangeMovesTheBar()
     QCOMPARE(stage.take(), QStringList{"paint 7,0 53x12"});
 }
 
-void tst_SliderSkin::stepChangeMovesTheBar()
+void TestSliderSkin::stepChangeMovesTheBar()
 {
     SliderStage stage;
     QVERIFY(stage.begin(10));
@@ -1115,7 +1115,7 @@ void tst_SliderSkin::stepChangeMovesTheBar()
     QCOMPARE(stage.slider.sliderPos, 100);
 }
 
-void tst_SliderSkin::rangeChangeBeforeValueChange()
+void TestSliderSkin::rangeChangeBeforeValueChange()
 {
     SliderStage stage;
     QVERIFY(stage.begin(10));
@@ -1123,7 +1123,7 @@ void tst_SliderSkin::rangeChangeBeforeValueChange()
     QCOMPARE(stage.take(), (QStringList{"paint 100,0 100x12", "paint 190,0 10x12", "valueChanged(5)"}));
 }
 
-void tst_SliderSkin::resizeMovesTheBar()
+void TestSliderSkin::resizeMovesTheBar()
 {
     SliderStage stage;
     QVERIFY(stage.begin(19));
@@ -1136,7 +1136,7 @@ void tst_SliderSkin::resizeMovesTheBar()
     QCOMPARE(stage.take().filter("valueChanged"), QStringList());
 }
 
-void tst_SliderSkin::resizeUpdatesAutoMask()
+void TestSliderSkin::resizeUpdatesAutoMask()
 {
     SliderStage stage;
     QVERIFY(stage.begin(19));
@@ -1156,7 +1156,7 @@ void tst_SliderSkin::resizeUpdatesAutoMask()
     QCOMPARE(stage.slider.maskUpdates, 0);
 }
 
-void tst_SliderSkin::showTellsOfTheSize()
+void TestSliderSkin::showTellsOfTheSize()
 {
     Window window;
     Slider slider(0, 19, 3, 10, &window, "Seek");
@@ -1165,7 +1165,7 @@ void tst_SliderSkin::showTellsOfTheSize()
     QCOMPARE(slider.sliderPos, 100);
 }
 
-void tst_SliderSkin::markersFillSlotsInOrder()
+void TestSliderSkin::markersFillSlotsInOrder()
 {
     Window window;
     Slider slider(&window, "Seek");
@@ -1176,7 +1176,7 @@ void tst_SliderSkin::markersFillSlotsInOrder()
     }
 }
 
-void tst_SliderSkin::eleventhMarker()
+void TestSliderSkin::eleventhMarker()
 {
     Window window;
     Slider slider(&window, "Seek");
@@ -1188,7 +1188,7 @@ void tst_SliderSkin::eleventhMarker()
     COMPARE_PICTURES(slider.markers[0].image, SliderSkins::marker(0));
 }
 
-void tst_SliderSkin::freedSlotIsTakenFirst()
+void TestSliderSkin::freedSlotIsTakenFirst()
 {
     Window window;
     Slider slider(&window, "Seek");
@@ -1203,7 +1203,7 @@ void tst_SliderSkin::freedSlotIsTakenFirst()
     QCOMPARE(slider.insertMarker(Marker_2, 50), -1);
 }
 
-void tst_SliderSkin::markerPlace_data()
+void TestSliderSkin::markerPlace_data()
 {
     QTest::addColumn<QByteArray>("group");
     QTest::addColumn<int>("kind");
@@ -1222,7 +1222,7 @@ void tst_SliderSkin::markerPlace_data()
     QTest::newRow("standing, maximum") << QByteArray("Level") << 0 << 19 << QRect(193, 0, 6, 4);
 }
 
-void tst_SliderSkin::markerPlace()
+void TestSliderSkin::markerPlace()
 {
     QFETCH(QByteArray, group);
     QFETCH(int, kind);
@@ -1238,7 +1238,7 @@ void tst_SliderSkin::markerPlace()
     QCOMPARE(stage.slider.markers[0].rect, rect);
 }
 
-void tst_SliderSkin::markerKind_data()
+void TestSliderSkin::markerKind_data()
 {
     QTest::addColumn<int>("kind");
     QTest::addColumn<int>("slot");
@@ -1251,7 +1251,7 @@ void tst_SliderSkin::markerKind_data()
     QTest::newRow("highest") << highest << -1;
 }
 
-void tst_SliderSkin::markerKind()
+void TestSliderSkin::markerKind()
 {
     QFETCH(int, kind);
     QFETCH(int, slot);
@@ -1262,7 +1262,7 @@ void tst_SliderSkin::markerKind()
     QCOMPARE(slider.insertMarker(Marker_1, 10), slot + 1);
 }
 
-void tst_SliderSkin::insertingRepaintsNothing()
+void TestSliderSkin::insertingRepaintsNothing()
 {
     SliderStage stage;
     QVERIFY(stage.begin(5));
@@ -1271,7 +1271,7 @@ void tst_SliderSkin::insertingRepaintsNothing()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_SliderSkin::removeMarkerWarnsAndRepaints()
+void TestSliderSkin::removeMarkerWarnsAndRepaints()
 {
     SliderStage stage;
     QVERIFY(stage.begin(5));
@@ -1287,7 +1287,7 @@ void tst_SliderSkin::removeMarkerWarnsAndRepaints()
     expectedMessages = {" index =3"};
 }
 
-void tst_SliderSkin::removedBeforeItsPlaceIsPainted()
+void TestSliderSkin::removedBeforeItsPlaceIsPainted()
 {
     struct Watching : Slider {
         using Slider::Slider;
@@ -1308,7 +1308,7 @@ void tst_SliderSkin::removedBeforeItsPlaceIsPainted()
     QCOMPARE(slider.seen, QList<bool>{false});
 }
 
-void tst_SliderSkin::removeMarkerIgnores_data()
+void TestSliderSkin::removeMarkerIgnores_data()
 {
     QTest::addColumn<int>("index");
     QTest::newRow("unused") << 5;
@@ -1319,7 +1319,7 @@ void tst_SliderSkin::removeMarkerIgnores_data()
     QTest::newRow("highest") << highest;
 }
 
-void tst_SliderSkin::removeMarkerIgnores()
+void TestSliderSkin::removeMarkerIgnores()
 {
     QFETCH(int, index);
     SliderStage stage;
@@ -1335,7 +1335,7 @@ void tst_SliderSkin::removeMarkerIgnores()
     QVERIFY(stage.slider.markers[0].used);
 }
 
-void tst_SliderSkin::removedMarkerKeepsItsPlace()
+void TestSliderSkin::removedMarkerKeepsItsPlace()
 {
     SliderStage stage;
     QVERIFY(stage.begin(5));
@@ -1347,7 +1347,7 @@ void tst_SliderSkin::removedMarkerKeepsItsPlace()
     QCOMPARE(stage.take(), QStringList{"paint 102,0 6x4"});
 }
 
-void tst_SliderSkin::updateMarkerRepaints()
+void TestSliderSkin::updateMarkerRepaints()
 {
     SliderStage stage;
     QVERIFY(stage.begin(5));
@@ -1359,7 +1359,7 @@ void tst_SliderSkin::updateMarkerRepaints()
     QCOMPARE(stage.take(), QStringList{"paint 102,0 6x4"});
 }
 
-void tst_SliderSkin::updateMarkerIgnores_data()
+void TestSliderSkin::updateMarkerIgnores_data()
 {
     QTest::addColumn<int>("index");
     QTest::newRow("never used") << 5;
@@ -1369,7 +1369,7 @@ void tst_SliderSkin::updateMarkerIgnores_data()
     QTest::newRow("highest") << highest;
 }
 
-void tst_SliderSkin::updateMarkerIgnores()
+void TestSliderSkin::updateMarkerIgnores()
 {
     QFETCH(int, index);
     SliderStage stage;
@@ -1379,7 +1379,7 @@ void tst_SliderSkin::updateMarkerIgnores()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_SliderSkin::clearMarkersInOrder()
+void TestSliderSkin::clearMarkersInOrder()
 {
     SliderStage stage;
     QVERIFY(stage.begin(5));
@@ -1402,5 +1402,5 @@ void tst_SliderSkin::clearMarkersInOrder()
     QCOMPARE(stage.take(), QStringList());
 }
 
-QTEST_MAIN(tst_SliderSkin)
+QTEST_MAIN(TestSliderSkin)
 #include "tst_sliderskin.moc"

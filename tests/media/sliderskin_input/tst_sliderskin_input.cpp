@@ -8,7 +8,7 @@ using namespace mediatest;
 
 // The stylus, the signals and their order. Bars are at pixel 10 v for value v, 10 pixels long; the groove is 200 long
 // and 20 across, a bar 12 across.
-class tst_SliderSkinInput : public QObject
+class TestSliderSkinInput : public QObject
 {
     Q_OBJECT
 
@@ -80,7 +80,7 @@ private:
     std::unique_ptr<Messages> messages;
 };
 
-void tst_SliderSkinInput::inactiveIgnoresTheStylus()
+void TestSliderSkinInput::inactiveIgnoresTheStylus()
 {
     SliderStage stage;
     QVERIFY(stage.begin());
@@ -97,7 +97,7 @@ void tst_SliderSkinInput::inactiveIgnoresTheStylus()
     QCOMPARE(int(stage.slider.state), int(SliderState::Inactive));
 }
 
-void tst_SliderSkinInput::pressOnTheBar_data()
+void TestSliderSkinInput::pressOnTheBar_data()
 {
     QTest::addColumn<QByteArray>("group");
     QTest::addColumn<int>("along");
@@ -113,7 +113,7 @@ void tst_SliderSkinInput::pressOnTheBar_data()
     }
 }
 
-void tst_SliderSkinInput::pressOnTheBar()
+void TestSliderSkinInput::pressOnTheBar()
 {
     QFETCH(QByteArray, group);
     QFETCH(int, along);
@@ -130,7 +130,7 @@ void tst_SliderSkinInput::pressOnTheBar()
     QCOMPARE(stage.slider.sliderVal, 7);
 }
 
-void tst_SliderSkinInput::pressOnTheBarAndRelease()
+void TestSliderSkinInput::pressOnTheBarAndRelease()
 {
     SliderStage stage;
     QVERIFY(stage.begin(7));
@@ -141,7 +141,7 @@ void tst_SliderSkinInput::pressOnTheBarAndRelease()
     QCOMPARE(stage.slider.value(), 7);
 }
 
-void tst_SliderSkinInput::pressOnTheGroove_data()
+void TestSliderSkinInput::pressOnTheGroove_data()
 {
     QTest::addColumn<QByteArray>("group");
     QTest::addColumn<int>("along");
@@ -162,7 +162,7 @@ void tst_SliderSkinInput::pressOnTheGroove_data()
     QTest::newRow("standing, last pixel") << level << 199 << 19 << 19 << "0,70 12x130";
 }
 
-void tst_SliderSkinInput::pressOnTheGroove()
+void TestSliderSkinInput::pressOnTheGroove()
 {
     QFETCH(QByteArray, group);
     QFETCH(int, along);
@@ -186,7 +186,7 @@ void tst_SliderSkinInput::pressOnTheGroove()
 }
 
 // Intended: the offset is that of the last press on the bar.
-void tst_SliderSkinInput::pressOnTheGrooveKeepsTheOldOffset()
+void TestSliderSkinInput::pressOnTheGrooveKeepsTheOldOffset()
 {
     SliderStage stage;
     stage.slider.setRange(0, 190);
@@ -205,7 +205,7 @@ void tst_SliderSkinInput::pressOnTheGrooveKeepsTheOldOffset()
     QCOMPARE(stage.slider.sliderPos, 3);
 }
 
-void tst_SliderSkinInput::pressOnTheGrooveAndRelease()
+void TestSliderSkinInput::pressOnTheGrooveAndRelease()
 {
     SliderStage stage;
     QVERIFY(stage.begin(7));
@@ -220,7 +220,7 @@ void tst_SliderSkinInput::pressOnTheGrooveAndRelease()
     QCOMPARE(int(stage.slider.state), int(SliderState::Idle));
 }
 
-void tst_SliderSkinInput::firstGroovePressMovesTheLeadingEdge()
+void TestSliderSkinInput::firstGroovePressMovesTheLeadingEdge()
 {
     SliderStage stage;
     stage.slider.setRange(0, 190);
@@ -230,7 +230,7 @@ void tst_SliderSkinInput::firstGroovePressMovesTheLeadingEdge()
     QCOMPARE(stage.slider.barRect().left(), 104);
 }
 
-void tst_SliderSkinInput::pressBesideTheBar_data()
+void TestSliderSkinInput::pressBesideTheBar_data()
 {
     QTest::addColumn<QByteArray>("group");
     QTest::addColumn<int>("along");
@@ -245,7 +245,7 @@ void tst_SliderSkinInput::pressBesideTheBar_data()
     }
 }
 
-void tst_SliderSkinInput::pressBesideTheBar()
+void TestSliderSkinInput::pressBesideTheBar()
 {
     QFETCH(QByteArray, group);
     QFETCH(int, along);
@@ -260,7 +260,7 @@ void tst_SliderSkinInput::pressBesideTheBar()
     QCOMPARE(stage.take().filter("("), QStringList());
 }
 
-void tst_SliderSkinInput::pressOutsideTheGroove_data()
+void TestSliderSkinInput::pressOutsideTheGroove_data()
 {
     QTest::addColumn<QByteArray>("group");
     QTest::addColumn<int>("along");
@@ -278,7 +278,7 @@ void tst_SliderSkinInput::pressOutsideTheGroove_data()
     }
 }
 
-void tst_SliderSkinInput::pressOutsideTheGroove()
+void TestSliderSkinInput::pressOutsideTheGroove()
 {
     QFETCH(QByteArray, group);
     QFETCH(int, along);
@@ -297,7 +297,7 @@ void tst_SliderSkinInput::pressOutsideTheGroove()
     QCOMPARE(Slider::sliderStartVal, 7);
 }
 
-void tst_SliderSkinInput::everyButtonPresses_data()
+void TestSliderSkinInput::everyButtonPresses_data()
 {
     QTest::addColumn<int>("button");
     QTest::newRow("left") << int(Qt::LeftButton);
@@ -305,7 +305,7 @@ void tst_SliderSkinInput::everyButtonPresses_data()
     QTest::newRow("middle") << int(Qt::MiddleButton);
 }
 
-void tst_SliderSkinInput::everyButtonPresses()
+void TestSliderSkinInput::everyButtonPresses()
 {
     QFETCH(int, button);
     SliderStage stage;
@@ -315,7 +315,7 @@ void tst_SliderSkinInput::everyButtonPresses()
     QCOMPARE(stage.take().filter("("), (QStringList{"sliderPressed()", "seekReleased(7)"}));
 }
 
-void tst_SliderSkinInput::pressWhileDragging_data()
+void TestSliderSkinInput::pressWhileDragging_data()
 {
     QTest::addColumn<int>("along");
     QTest::addColumn<QStringList>("rest");
@@ -325,7 +325,7 @@ void tst_SliderSkinInput::pressWhileDragging_data()
 }
 
 // The press first ends the drag that is under way.
-void tst_SliderSkinInput::pressWhileDragging()
+void TestSliderSkinInput::pressWhileDragging()
 {
     QFETCH(int, along);
     QFETCH(QStringList, rest);
@@ -340,7 +340,7 @@ void tst_SliderSkinInput::pressWhileDragging()
     QCOMPARE(Slider::sliderStartVal, 9);
 }
 
-void tst_SliderSkinInput::startValueIsShared()
+void TestSliderSkinInput::startValueIsShared()
 {
     SliderStage one;
     SliderStage other("Level");
@@ -357,14 +357,14 @@ void tst_SliderSkinInput::startValueIsShared()
     QCOMPARE(Slider::sliderStartVal, 9);
 }
 
-void tst_SliderSkinInput::drag_data()
+void TestSliderSkinInput::drag_data()
 {
     QTest::addColumn<QByteArray>("group");
     QTest::newRow("lying") << QByteArray("Seek");
     QTest::newRow("standing") << QByteArray("Level");
 }
 
-void tst_SliderSkinInput::drag()
+void TestSliderSkinInput::drag()
 {
     QFETCH(QByteArray, group);
     SliderStage stage(group.constData());
@@ -387,7 +387,7 @@ void tst_SliderSkinInput::drag()
     QCOMPARE(int(stage.slider.state), int(SliderState::Idle));
 }
 
-void tst_SliderSkinInput::moveInsideAValue()
+void TestSliderSkinInput::moveInsideAValue()
 {
     SliderStage stage;
     QVERIFY(stage.begin(7));
@@ -404,7 +404,7 @@ void tst_SliderSkinInput::moveInsideAValue()
 }
 
 // After a press on the groove the bar shows a value that the range control gets only with a move.
-void tst_SliderSkinInput::moveBackToTheRangeControlsValue()
+void TestSliderSkinInput::moveBackToTheRangeControlsValue()
 {
     SliderStage stage;
     QVERIFY(stage.begin(7));
@@ -420,7 +420,7 @@ void tst_SliderSkinInput::moveBackToTheRangeControlsValue()
     QCOMPARE(stage.take(), (QStringList{"sliderMoved(12)", "paint 30,0 100x12", "valueChanged(12)"}));
 }
 
-void tst_SliderSkinInput::moveBeyondTheEnds_data()
+void TestSliderSkinInput::moveBeyondTheEnds_data()
 {
     QTest::addColumn<QByteArray>("group");
     QTest::addColumn<QList<int>>("steps");
@@ -431,7 +431,7 @@ void tst_SliderSkinInput::moveBeyondTheEnds_data()
     }
 }
 
-void tst_SliderSkinInput::moveBeyondTheEnds()
+void TestSliderSkinInput::moveBeyondTheEnds()
 {
     QFETCH(QByteArray, group);
     QFETCH(QList<int>, steps);
@@ -452,14 +452,14 @@ void tst_SliderSkinInput::moveBeyondTheEnds()
     QCOMPARE(stage.take().filter("("), QStringList{QStringLiteral("seekReleased(%1)").arg(value)});
 }
 
-void tst_SliderSkinInput::moveWithoutDragIsIgnored_data()
+void TestSliderSkinInput::moveWithoutDragIsIgnored_data()
 {
     QTest::addColumn<int>("state");
     for (const int state : {0, 3})
         QTest::addRow("state %d", state) << state;
 }
 
-void tst_SliderSkinInput::moveWithoutDragIsIgnored()
+void TestSliderSkinInput::moveWithoutDragIsIgnored()
 {
     QFETCH(int, state);
     SliderStage stage;
@@ -471,7 +471,7 @@ void tst_SliderSkinInput::moveWithoutDragIsIgnored()
 }
 
 // The bar shows what the stylus chose, also where the application has set the range control meanwhile.
-void tst_SliderSkinInput::moveAfterAnotherValueWasSet()
+void TestSliderSkinInput::moveAfterAnotherValueWasSet()
 {
     SliderStage stage;
     QVERIFY(stage.begin(7));
@@ -484,7 +484,7 @@ void tst_SliderSkinInput::moveAfterAnotherValueWasSet()
 }
 
 // Also where a receiver has given the range control another value meanwhile.
-void tst_SliderSkinInput::moveTellsTheValueOfThePlace()
+void TestSliderSkinInput::moveTellsTheValueOfThePlace()
 {
     SliderStage stage;
     QVERIFY(stage.begin(7));
@@ -496,7 +496,7 @@ void tst_SliderSkinInput::moveTellsTheValueOfThePlace()
              (QStringList{"valueChanged(9)", "valueChanged(2)", "valueChanged(9)"}));
 }
 
-void tst_SliderSkinInput::stateInSlots()
+void TestSliderSkinInput::stateInSlots()
 {
     SliderStage stage;
     stage.slider.setValue(7);
@@ -523,7 +523,7 @@ void tst_SliderSkinInput::stateInSlots()
                           "changed: state 2, shown 3, value 3, at 30", "released: state 2, shown 3, value 3, at 30"}));
 }
 
-void tst_SliderSkinInput::releaseCallsVirtualSetValue()
+void TestSliderSkinInput::releaseCallsVirtualSetValue()
 {
     SliderStage stage;
     QVERIFY(stage.begin(7));
@@ -534,7 +534,7 @@ void tst_SliderSkinInput::releaseCallsVirtualSetValue()
     QCOMPARE(stage.take(), (QStringList{"setValue(12)", "seekReleased(12)", "paint 120,0 10x12"}));
 }
 
-void tst_SliderSkinInput::releaseRepaintsTheBar()
+void TestSliderSkinInput::releaseRepaintsTheBar()
 {
     SliderStage stage("Level");
     QVERIFY(stage.begin(7));
@@ -546,7 +546,7 @@ void tst_SliderSkinInput::releaseRepaintsTheBar()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_SliderSkinInput::releaseWithoutDrag_data()
+void TestSliderSkinInput::releaseWithoutDrag_data()
 {
     QTest::addColumn<int>("state");
     QTest::addColumn<QStringList>("log");
@@ -554,7 +554,7 @@ void tst_SliderSkinInput::releaseWithoutDrag_data()
     QTest::newRow("inactive") << 3 << QStringList();
 }
 
-void tst_SliderSkinInput::releaseWithoutDrag()
+void TestSliderSkinInput::releaseWithoutDrag()
 {
     QFETCH(int, state);
     QFETCH(QStringList, log);
@@ -566,7 +566,7 @@ void tst_SliderSkinInput::releaseWithoutDrag()
     QCOMPARE(int(stage.slider.state), state);
 }
 
-void tst_SliderSkinInput::setValueInSeekReleasedIsIgnored()
+void TestSliderSkinInput::setValueInSeekReleasedIsIgnored()
 {
     SliderStage stage;
     QVERIFY(stage.begin(7));
@@ -580,7 +580,7 @@ void tst_SliderSkinInput::setValueInSeekReleasedIsIgnored()
 }
 
 // The shown value, which need not be that of the position; setValue() is asked for the latter.
-void tst_SliderSkinInput::seekReleasedCarriesTheShownValue()
+void TestSliderSkinInput::seekReleasedCarriesTheShownValue()
 {
     SliderStage stage;
     QVERIFY(stage.begin(7));
@@ -592,7 +592,7 @@ void tst_SliderSkinInput::seekReleasedCarriesTheShownValue()
     QCOMPARE(stage.take(), (QStringList{"setValue(7)", "seekReleased(13)", "paint 70,0 10x12"}));
 }
 
-void tst_SliderSkinInput::negativeValuesInSignals()
+void TestSliderSkinInput::negativeValuesInSignals()
 {
     SliderStage stage;
     stage.slider.setRange(-19, 0);
@@ -605,7 +605,7 @@ void tst_SliderSkinInput::negativeValuesInSignals()
                                                     "valueChanged(4294967278)", "seekReleased(4294967278)"}));
 }
 
-void tst_SliderSkinInput::resetState_data()
+void TestSliderSkinInput::resetState_data()
 {
     QTest::addColumn<int>("before");
     QTest::addColumn<int>("after");
@@ -622,7 +622,7 @@ void tst_SliderSkinInput::resetState_data()
     QTest::newRow("highest") << highest << 0 << painted;
 }
 
-void tst_SliderSkinInput::resetState()
+void TestSliderSkinInput::resetState()
 {
     QFETCH(int, before);
     QFETCH(int, after);
@@ -640,7 +640,7 @@ void tst_SliderSkinInput::resetState()
     QCOMPARE(int(stage.slider.state), after);
 }
 
-void tst_SliderSkinInput::pressedBarIsShownWhileDragging()
+void TestSliderSkinInput::pressedBarIsShownWhileDragging()
 {
     SliderStage stage;
     QVERIFY(stage.begin(7));
@@ -657,7 +657,7 @@ void tst_SliderSkinInput::pressedBarIsShownWhileDragging()
 }
 
 // A drag goes on beyond the slider and ends wherever the stylus is lifted.
-void tst_SliderSkinInput::dragThroughTheWindow()
+void TestSliderSkinInput::dragThroughTheWindow()
 {
     SliderStage stage;
     stage.slider.move(20, 30);
@@ -672,7 +672,7 @@ void tst_SliderSkinInput::dragThroughTheWindow()
     QCOMPARE(stage.take().filter("("), QStringList());
 }
 
-void tst_SliderSkinInput::inputIsNotPassedOn_data()
+void TestSliderSkinInput::inputIsNotPassedOn_data()
 {
     QTest::addColumn<bool>("active");
     QTest::addColumn<QPoint>("at");
@@ -682,7 +682,7 @@ void tst_SliderSkinInput::inputIsNotPassedOn_data()
     QTest::newRow("beside the bar") << true << QPoint(3, 18);
 }
 
-void tst_SliderSkinInput::inputIsNotPassedOn()
+void TestSliderSkinInput::inputIsNotPassedOn()
 {
     QFETCH(bool, active);
     QFETCH(QPoint, at);
@@ -707,7 +707,7 @@ void tst_SliderSkinInput::inputIsNotPassedOn()
         QVERIFY(!parent.events.contains(type));
 }
 
-void tst_SliderSkinInput::keysAndFocusAreThoseOfThePanel()
+void TestSliderSkinInput::keysAndFocusAreThoseOfThePanel()
 {
     SliderStage stage;
     QVERIFY(stage.begin(7));
@@ -725,7 +725,7 @@ void tst_SliderSkinInput::keysAndFocusAreThoseOfThePanel()
     QVERIFY(event.isAccepted());
 }
 
-void tst_SliderSkinInput::handlersAreVirtual()
+void TestSliderSkinInput::handlersAreVirtual()
 {
     struct Counting : SliderSkin {
         using SliderSkin::SliderSkin;
@@ -775,5 +775,5 @@ void tst_SliderSkinInput::handlersAreVirtual()
     QCOMPARE(slider.calls, (QStringList{"value", "range", "value", "press", "move", "value", "release"}));
 }
 
-QTEST_MAIN(tst_SliderSkinInput)
+QTEST_MAIN(TestSliderSkinInput)
 #include "tst_sliderskin_input.moc"

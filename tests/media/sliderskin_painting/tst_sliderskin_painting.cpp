@@ -104,7 +104,7 @@ struct SmallSlider {
 
 } // namespace
 
-class tst_SliderSkinPainting : public QObject
+class TestSliderSkinPainting : public QObject
 {
     Q_OBJECT
 
@@ -194,7 +194,7 @@ private:
     std::unique_ptr<Messages> messages;
 };
 
-void tst_SliderSkinPainting::wholePicture_data()
+void TestSliderSkinPainting::wholePicture_data()
 {
     QTest::addColumn<bool>("lying");
     QTest::addColumn<int>("state");
@@ -210,7 +210,7 @@ void tst_SliderSkinPainting::wholePicture_data()
     }
 }
 
-void tst_SliderSkinPainting::wholePicture()
+void TestSliderSkinPainting::wholePicture()
 {
     QFETCH(bool, lying);
     QFETCH(int, state);
@@ -229,7 +229,7 @@ void tst_SliderSkinPainting::wholePicture()
 }
 
 // The model of wholePicture blends with the painter; this one with the formula.
-void tst_SliderSkinPainting::blendingIsExact()
+void TestSliderSkinPainting::blendingIsExact()
 {
     SmallSlider small(true);
     Slider& slider = small.slider;
@@ -256,7 +256,7 @@ void tst_SliderSkinPainting::blendingIsExact()
     }
 }
 
-void tst_SliderSkinPainting::coloursNeverDependOnAlpha_data()
+void TestSliderSkinPainting::coloursNeverDependOnAlpha_data()
 {
     QTest::addColumn<bool>("lying");
     QTest::addColumn<bool>("background");
@@ -266,7 +266,7 @@ void tst_SliderSkinPainting::coloursNeverDependOnAlpha_data()
                 << lying << background;
 }
 
-void tst_SliderSkinPainting::coloursNeverDependOnAlpha()
+void TestSliderSkinPainting::coloursNeverDependOnAlpha()
 {
     QFETCH(bool, lying);
     QFETCH(bool, background);
@@ -282,14 +282,14 @@ void tst_SliderSkinPainting::coloursNeverDependOnAlpha()
     }
 }
 
-void tst_SliderSkinPainting::translucentWindowShowsAlpha_data()
+void TestSliderSkinPainting::translucentWindowShowsAlpha_data()
 {
     QTest::addColumn<int>("alpha");
     for (const int alpha : {0, 1, 128, 255})
         QTest::addRow("alpha %d", alpha) << alpha;
 }
 
-void tst_SliderSkinPainting::translucentWindowShowsAlpha()
+void TestSliderSkinPainting::translucentWindowShowsAlpha()
 {
     QFETCH(int, alpha);
     SmallSlider small(true);
@@ -306,7 +306,7 @@ void tst_SliderSkinPainting::translucentWindowShowsAlpha()
             QCOMPARE(qAlpha(picture.pixel(x, y)), alpha);
 }
 
-void tst_SliderSkinPainting::partsPaintedAlone_data()
+void TestSliderSkinPainting::partsPaintedAlone_data()
 {
     QTest::addColumn<bool>("lying");
     QTest::newRow("lying") << true;
@@ -314,7 +314,7 @@ void tst_SliderSkinPainting::partsPaintedAlone_data()
 }
 
 // Whatever rectangle is damaged, its pixels are those of the whole picture.
-void tst_SliderSkinPainting::partsPaintedAlone()
+void TestSliderSkinPainting::partsPaintedAlone()
 {
     QFETCH(bool, lying);
     SmallSlider small(lying);
@@ -333,7 +333,7 @@ void tst_SliderSkinPainting::partsPaintedAlone()
     }
 }
 
-void tst_SliderSkinPainting::regionRectangleByRectangle()
+void TestSliderSkinPainting::regionRectangleByRectangle()
 {
     SliderStage stage;
     QVERIFY(stage.begin(4));
@@ -358,7 +358,7 @@ void tst_SliderSkinPainting::regionRectangleByRectangle()
     }
 }
 
-void tst_SliderSkinPainting::emptyRegionPaintsNothing()
+void TestSliderSkinPainting::emptyRegionPaintsNothing()
 {
     SmallSlider small(true);
     QPaintEvent nothing{QRegion()};
@@ -367,7 +367,7 @@ void tst_SliderSkinPainting::emptyRegionPaintsNothing()
     QCOMPARE(Messages::texts(), QStringList());
 }
 
-void tst_SliderSkinPainting::offScreenPixmapHoldsBackground()
+void TestSliderSkinPainting::offScreenPixmapHoldsBackground()
 {
     // The groove leaves some of the slider free, so that the background shows.
     SmallSlider small(true);
@@ -391,7 +391,7 @@ void tst_SliderSkinPainting::offScreenPixmapHoldsBackground()
     COMPARE_PICTURES(bare.slider.blits.value(0).before, plain(5, 3, 0xff010203));
 }
 
-void tst_SliderSkinPainting::playedPart_data()
+void TestSliderSkinPainting::playedPart_data()
 {
     QTest::addColumn<bool>("lying");
     QTest::addColumn<int>("position");
@@ -404,7 +404,7 @@ void tst_SliderSkinPainting::playedPart_data()
     QTest::newRow("standing, bottom") << false << 190 << QRect(QPoint(0, 195), QPoint(19, 199));
 }
 
-void tst_SliderSkinPainting::playedPart()
+void TestSliderSkinPainting::playedPart()
 {
     QFETCH(bool, lying);
     QFETCH(int, position);
@@ -426,7 +426,7 @@ void tst_SliderSkinPainting::playedPart()
     }
 }
 
-void tst_SliderSkinPainting::playedPartTruncatesHalfTheBar_data()
+void TestSliderSkinPainting::playedPartTruncatesHalfTheBar_data()
 {
     QTest::addColumn<bool>("lying");
     QTest::addColumn<QSize>("bar");
@@ -438,7 +438,7 @@ void tst_SliderSkinPainting::playedPartTruncatesHalfTheBar_data()
     QTest::newRow("standing, no bar") << false << QSize() << QRect(QPoint(0, 40), QPoint(19, 199));
 }
 
-void tst_SliderSkinPainting::playedPartTruncatesHalfTheBar()
+void TestSliderSkinPainting::playedPartTruncatesHalfTheBar()
 {
     QFETCH(bool, lying);
     QFETCH(QSize, bar);
@@ -454,7 +454,7 @@ void tst_SliderSkinPainting::playedPartTruncatesHalfTheBar()
     QCOMPARE(slider.blits.value(1).pictureRect, fill);
 }
 
-void tst_SliderSkinPainting::widgetLargerThanGroove()
+void TestSliderSkinPainting::widgetLargerThanGroove()
 {
     SmallSlider small(true);
     Slider& slider = small.slider;
@@ -473,7 +473,7 @@ void tst_SliderSkinPainting::widgetLargerThanGroove()
                 QCOMPARE(picture.pixel(x, y), slider.fillImage.pixel(x, y));
 }
 
-void tst_SliderSkinPainting::neverErased()
+void TestSliderSkinPainting::neverErased()
 {
     SmallSlider small(true);
     QVERIFY(small.slider.testWFlags(Qt::WRepaintNoErase));
@@ -481,7 +481,7 @@ void tst_SliderSkinPainting::neverErased()
     QVERIFY(small.slider.testAttribute(Qt::WA_OpaquePaintEvent));
 }
 
-void tst_SliderSkinPainting::composedPictures_data()
+void TestSliderSkinPainting::composedPictures_data()
 {
     QTest::addColumn<bool>("lying");
     QTest::addColumn<int>("alpha");
@@ -490,7 +490,7 @@ void tst_SliderSkinPainting::composedPictures_data()
             QTest::addRow("%s, alpha %d", lying ? "lying" : "standing", alpha) << lying << alpha;
 }
 
-void tst_SliderSkinPainting::composedPictures()
+void TestSliderSkinPainting::composedPictures()
 {
     QFETCH(bool, lying);
     QFETCH(int, alpha);
@@ -507,7 +507,7 @@ void tst_SliderSkinPainting::composedPictures()
     QCOMPARE(int(slider.alphaOverride), alpha);
 }
 
-void tst_SliderSkinPainting::alphaRebuildsInOrder()
+void TestSliderSkinPainting::alphaRebuildsInOrder()
 {
     SmallSlider small(true);
     Recorder recorder;
@@ -520,7 +520,7 @@ void tst_SliderSkinPainting::alphaRebuildsInOrder()
     QCOMPARE(recorder.take(), (QStringList{"redrawImage 0,0 12x6", "redrawImage 0,0 12x6"}));
 }
 
-void tst_SliderSkinPainting::backgroundPixmapRebuildsInOrder()
+void TestSliderSkinPainting::backgroundPixmapRebuildsInOrder()
 {
     SmallSlider small(true);
     Recorder recorder;
@@ -531,7 +531,7 @@ void tst_SliderSkinPainting::backgroundPixmapRebuildsInOrder()
     COMPARE_PICTURES(small.slider.composed.value(0), SmallSkins::groove(true));
 }
 
-void tst_SliderSkinPainting::backgroundPixmapUnderTheSlider()
+void TestSliderSkinPainting::backgroundPixmapUnderTheSlider()
 {
     SmallSlider small(true);
     Slider& slider = small.slider;
@@ -554,7 +554,7 @@ void tst_SliderSkinPainting::backgroundPixmapUnderTheSlider()
         withAlphaBytes(blended(blended(beneath, SmallSkins::shaded(12, 6, 11)), SmallSkins::groove(true)), 5));
 }
 
-void tst_SliderSkinPainting::backgroundImage()
+void TestSliderSkinPainting::backgroundImage()
 {
     SmallSlider small(false);
     Slider& slider = small.slider;
@@ -565,7 +565,7 @@ void tst_SliderSkinPainting::backgroundImage()
     COMPARE_PICTURES(shown(slider), small.expected(beneath));
 }
 
-void tst_SliderSkinPainting::composingNeverAccumulates()
+void TestSliderSkinPainting::composingNeverAccumulates()
 {
     SmallSlider small(true);
     Slider& slider = small.slider;
@@ -579,7 +579,7 @@ void tst_SliderSkinPainting::composingNeverAccumulates()
     COMPARE_PICTURES(slider.grooveImage, once);
 }
 
-void tst_SliderSkinPainting::redrawBackRepaintsNothing()
+void TestSliderSkinPainting::redrawBackRepaintsNothing()
 {
     SliderStage stage;
     QVERIFY(stage.begin(4));
@@ -588,7 +588,7 @@ void tst_SliderSkinPainting::redrawBackRepaintsNothing()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_SliderSkinPainting::withoutBackPicture()
+void TestSliderSkinPainting::withoutBackPicture()
 {
     Window window;
     Slider slider(&window, "no such group");
@@ -602,7 +602,7 @@ void tst_SliderSkinPainting::withoutBackPicture()
     COMPARE_PICTURES(shown(slider), pattern(6, 6, 7));
 }
 
-void tst_SliderSkinPainting::scheduledRepaints_data()
+void TestSliderSkinPainting::scheduledRepaints_data()
 {
     QTest::addColumn<int>("action");
     QTest::addColumn<QStringList>("log");
@@ -619,7 +619,7 @@ void tst_SliderSkinPainting::scheduledRepaints_data()
 }
 
 // What is left to be painted after an operation has returned.
-void tst_SliderSkinPainting::scheduledRepaints()
+void TestSliderSkinPainting::scheduledRepaints()
 {
     QFETCH(int, action);
     QFETCH(QStringList, log);
@@ -647,7 +647,7 @@ void tst_SliderSkinPainting::scheduledRepaints()
     QCOMPARE(stage.take(), log);
 }
 
-void tst_SliderSkinPainting::barPicture_data()
+void TestSliderSkinPainting::barPicture_data()
 {
     QTest::addColumn<bool>("lying");
     QTest::addColumn<int>("state");
@@ -661,7 +661,7 @@ void tst_SliderSkinPainting::barPicture_data()
     }
 }
 
-void tst_SliderSkinPainting::barPicture()
+void TestSliderSkinPainting::barPicture()
 {
     QFETCH(bool, lying);
     QFETCH(int, state);
@@ -674,7 +674,7 @@ void tst_SliderSkinPainting::barPicture()
     COMPARE_PICTURES(target.toImage(), blended(under, pressed ? SmallSkins::barPressed() : SmallSkins::bar()));
 }
 
-void tst_SliderSkinPainting::barPlace_data()
+void TestSliderSkinPainting::barPlace_data()
 {
     QTest::addColumn<bool>("lying");
     QTest::addColumn<int>("position");
@@ -695,7 +695,7 @@ void tst_SliderSkinPainting::barPlace_data()
     QTest::newRow("standing, just beside the bar") << false << 5 << QRect(4, 0, 6, 12);
 }
 
-void tst_SliderSkinPainting::barPlace()
+void TestSliderSkinPainting::barPlace()
 {
     QFETCH(bool, lying);
     QFETCH(int, position);
@@ -720,7 +720,7 @@ void tst_SliderSkinPainting::barPlace()
 
 // At override 255 nothing is overwritten: on an opaque pixmap the bar stays opaque, on a clear one it has the alpha of
 // its picture.
-void tst_SliderSkinPainting::barKeepsItsOwnAlpha()
+void TestSliderSkinPainting::barKeepsItsOwnAlpha()
 {
     SmallSlider small(true);
     QPixmap target = pixmap(plain(4, 4, 0xff808080));
@@ -735,7 +735,7 @@ void tst_SliderSkinPainting::barKeepsItsOwnAlpha()
     COMPARE_PICTURES(opaque(result), blended(plain(4, 4, 0xff808080), SmallSkins::bar()));
 }
 
-void tst_SliderSkinPainting::barAlphaOverride_data()
+void TestSliderSkinPainting::barAlphaOverride_data()
 {
     QTest::addColumn<int>("alpha");
     QTest::addColumn<int>("targetAlpha");
@@ -744,7 +744,7 @@ void tst_SliderSkinPainting::barAlphaOverride_data()
             QTest::addRow("override %d on alpha %d", alpha, targetAlpha) << alpha << targetAlpha;
 }
 
-void tst_SliderSkinPainting::barAlphaOverride()
+void TestSliderSkinPainting::barAlphaOverride()
 {
     QFETCH(int, alpha);
     QFETCH(int, targetAlpha);
@@ -762,7 +762,7 @@ void tst_SliderSkinPainting::barAlphaOverride()
     COMPARE_PICTURES(target.toImage(), expected);
 }
 
-void tst_SliderSkinPainting::barOnPlainPixmap()
+void TestSliderSkinPainting::barOnPlainPixmap()
 {
     SmallSlider small(true);
     for (const int alpha : {255, 128}) {
@@ -774,7 +774,7 @@ void tst_SliderSkinPainting::barOnPlainPixmap()
     }
 }
 
-void tst_SliderSkinPainting::markerPlace_data()
+void TestSliderSkinPainting::markerPlace_data()
 {
     QTest::addColumn<bool>("lying");
     QTest::addColumn<int>("value");
@@ -788,7 +788,7 @@ void tst_SliderSkinPainting::markerPlace_data()
     QTest::newRow("standing, right part") << false << 2 << QRect(4, 1, 2, 4);
 }
 
-void tst_SliderSkinPainting::markerPlace()
+void TestSliderSkinPainting::markerPlace()
 {
     QFETCH(bool, lying);
     QFETCH(int, value);
@@ -811,7 +811,7 @@ void tst_SliderSkinPainting::markerPlace()
     }
 }
 
-void tst_SliderSkinPainting::markersOfUsedSlotsOnly()
+void TestSliderSkinPainting::markersOfUsedSlotsOnly()
 {
     SmallSlider small(true);
     small.slider.insertMarker(Marker_1, 1);
@@ -823,7 +823,7 @@ void tst_SliderSkinPainting::markersOfUsedSlotsOnly()
     COMPARE_PICTURES(target.toImage(), blended(under, SmallSkins::marker(0), QPoint(6, 0)));
 }
 
-void tst_SliderSkinPainting::laterSlotsLieOverEarlier()
+void TestSliderSkinPainting::laterSlotsLieOverEarlier()
 {
     SmallSlider small(true);
     for (int slot = 0; slot < 10; ++slot)
@@ -836,7 +836,7 @@ void tst_SliderSkinPainting::laterSlotsLieOverEarlier()
     COMPARE_PICTURES(target.toImage(), expected);
 }
 
-void tst_SliderSkinPainting::markersKeepTheirOwnAlpha()
+void TestSliderSkinPainting::markersKeepTheirOwnAlpha()
 {
     SmallSlider small(true);
     small.slider.insertMarker(Marker_3, 0);
@@ -850,12 +850,12 @@ void tst_SliderSkinPainting::markersKeepTheirOwnAlpha()
     COMPARE_PICTURES(opaque(result), blended(plain(8, 6, 0xff808080), SmallSkins::marker(2), place.topLeft()));
 }
 
-void tst_SliderSkinPainting::markerAlphaOverride_data()
+void TestSliderSkinPainting::markerAlphaOverride_data()
 {
     barAlphaOverride_data();
 }
 
-void tst_SliderSkinPainting::markerAlphaOverride()
+void TestSliderSkinPainting::markerAlphaOverride()
 {
     QFETCH(int, alpha);
     QFETCH(int, targetAlpha);
@@ -878,7 +878,7 @@ void tst_SliderSkinPainting::markerAlphaOverride()
     COMPARE_PICTURES(target.toImage(), expected);
 }
 
-void tst_SliderSkinPainting::markersLieOverTheBar()
+void TestSliderSkinPainting::markersLieOverTheBar()
 {
     const QImage marker = plain(3, 2, 0xff00ff00);
     SmallSlider small(true);
@@ -892,7 +892,7 @@ void tst_SliderSkinPainting::markersLieOverTheBar()
     COMPARE_PICTURES(picture.copy(place), marker);
 }
 
-void tst_SliderSkinPainting::reallyMoveSlider_data()
+void TestSliderSkinPainting::reallyMoveSlider_data()
 {
     QTest::addColumn<QByteArray>("group");
     QTest::addColumn<int>("from");
@@ -912,7 +912,7 @@ void tst_SliderSkinPainting::reallyMoveSlider_data()
     QTest::newRow("same height") << QByteArray("Level") << 30 << 30 << QRect(0, 30, 12, 10);
 }
 
-void tst_SliderSkinPainting::reallyMoveSlider()
+void TestSliderSkinPainting::reallyMoveSlider()
 {
     QFETCH(QByteArray, group);
     QFETCH(int, from);
@@ -935,7 +935,7 @@ void tst_SliderSkinPainting::reallyMoveSlider()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_SliderSkinPainting::reallyMoveSliderLeavesValues()
+void TestSliderSkinPainting::reallyMoveSliderLeavesValues()
 {
     SliderStage stage;
     QVERIFY(stage.begin(4));
@@ -946,7 +946,7 @@ void tst_SliderSkinPainting::reallyMoveSliderLeavesValues()
     QCOMPARE(stage.take().filter("("), QStringList());
 }
 
-void tst_SliderSkinPainting::moveSlider_data()
+void TestSliderSkinPainting::moveSlider_data()
 {
     QTest::addColumn<QByteArray>("group");
     QTest::addColumn<int>("position");
@@ -973,7 +973,7 @@ void tst_SliderSkinPainting::moveSlider_data()
     QTest::newRow("below the bottom") << level << 999 << 19 << QStringList{"sliderMoved(19)", "paint 0,40 12x160"};
 }
 
-void tst_SliderSkinPainting::moveSlider()
+void TestSliderSkinPainting::moveSlider()
 {
     QFETCH(QByteArray, group);
     QFETCH(int, position);
@@ -992,7 +992,7 @@ void tst_SliderSkinPainting::moveSlider()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_SliderSkinPainting::setValueRepaints_data()
+void TestSliderSkinPainting::setValueRepaints_data()
 {
     QTest::addColumn<QByteArray>("group");
     QTest::addColumn<int>("value");
@@ -1013,7 +1013,7 @@ void tst_SliderSkinPainting::setValueRepaints_data()
     QTest::newRow("standing") << level << 1 << QStringList{"paint 0,10 12x30", "valueChanged(1)"};
 }
 
-void tst_SliderSkinPainting::setValueRepaints()
+void TestSliderSkinPainting::setValueRepaints()
 {
     QFETCH(QByteArray, group);
     QFETCH(int, value);
@@ -1029,7 +1029,7 @@ void tst_SliderSkinPainting::setValueRepaints()
     QCOMPARE(stage.slider.sliderPos, 10 * stage.slider.value());
 }
 
-void tst_SliderSkinPainting::setValueRemembersTheOldPosition()
+void TestSliderSkinPainting::setValueRemembersTheOldPosition()
 {
     SliderStage stage("Level");
     QVERIFY(stage.begin(1));
@@ -1043,7 +1043,7 @@ void tst_SliderSkinPainting::setValueRemembersTheOldPosition()
     QCOMPARE(stage.take(), QStringList{"paint 2,0 18x17"});
 }
 
-void tst_SliderSkinPainting::setValueMakesIdle_data()
+void TestSliderSkinPainting::setValueMakesIdle_data()
 {
     QTest::addColumn<int>("before");
     QTest::addColumn<int>("after");
@@ -1052,7 +1052,7 @@ void tst_SliderSkinPainting::setValueMakesIdle_data()
     QTest::newRow("dragging") << 2 << 2;
 }
 
-void tst_SliderSkinPainting::setValueMakesIdle()
+void TestSliderSkinPainting::setValueMakesIdle()
 {
     QFETCH(int, before);
     QFETCH(int, after);
@@ -1068,7 +1068,7 @@ void tst_SliderSkinPainting::setValueMakesIdle()
     QCOMPARE(seen, before == 2 ? -1 : 0);
 }
 
-void tst_SliderSkinPainting::setValueIgnoredWhileDragging()
+void TestSliderSkinPainting::setValueIgnoredWhileDragging()
 {
     SliderStage stage;
     QVERIFY(stage.begin(3));
@@ -1081,7 +1081,7 @@ void tst_SliderSkinPainting::setValueIgnoredWhileDragging()
     QCOMPARE(int(stage.slider.state), int(SliderState::Dragging));
 }
 
-void tst_SliderSkinPainting::setValueThroughTheMetaObject()
+void TestSliderSkinPainting::setValueThroughTheMetaObject()
 {
     SliderStage stage;
     Recorder recorder;
@@ -1095,7 +1095,7 @@ void tst_SliderSkinPainting::setValueThroughTheMetaObject()
                                            "setValue(2)", "valueChanged(2)"}));
 }
 
-void tst_SliderSkinPainting::stepsArePages()
+void TestSliderSkinPainting::stepsArePages()
 {
     SliderStage stage;
     QVERIFY(stage.begin(10));
@@ -1114,14 +1114,14 @@ void tst_SliderSkinPainting::stepsArePages()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_SliderSkinPainting::stepsLeaveTheState_data()
+void TestSliderSkinPainting::stepsLeaveTheState_data()
 {
     QTest::addColumn<int>("state");
     for (const int state : {0, 2, 3})
         QTest::addRow("state %d", state) << state;
 }
 
-void tst_SliderSkinPainting::stepsLeaveTheState()
+void TestSliderSkinPainting::stepsLeaveTheState()
 {
     QFETCH(int, state);
     SliderStage stage;
@@ -1132,5 +1132,5 @@ void tst_SliderSkinPainting::stepsLeaveTheState()
     QCOMPARE(int(stage.slider.state), state);
 }
 
-QTEST_MAIN(tst_SliderSkinPainting)
+QTEST_MAIN(TestSliderSkinPainting)
 #include "tst_sliderskin_painting.moc"

@@ -153,7 +153,7 @@ QStringList composingCalls()
 
 } // namespace
 
-class tst_TimeSkin : public QObject
+class TestTimeSkin : public QObject
 {
     Q_OBJECT
 
@@ -231,7 +231,7 @@ private:
     std::unique_ptr<Messages> messages;
 };
 
-void tst_TimeSkin::basesAndSlots()
+void TestTimeSkin::basesAndSlots()
 {
     static_assert(std::is_base_of_v<SkinBase, TimeSkin>);
     QCOMPARE(TimeSkin::staticMetaObject.superClass(), &SkinBase::staticMetaObject);
@@ -242,7 +242,7 @@ void tst_TimeSkin::basesAndSlots()
 }
 
 // What a subclass reads has these types.
-void tst_TimeSkin::dataModel()
+void TestTimeSkin::dataModel()
 {
     static_assert(std::is_same_v<decltype(Time::digits), TimeDigit[6]>);
     static_assert(std::is_same_v<decltype(TimeDigit::images), QImage[10]>);
@@ -259,7 +259,7 @@ void tst_TimeSkin::dataModel()
     QCOMPARE(fresh.current, 0);
 }
 
-void tst_TimeSkin::constructorArguments()
+void TestTimeSkin::constructorArguments()
 {
     const TimeSkin bare;
     QVERIFY(!bare.parent() && bare.objectName().isEmpty());
@@ -272,7 +272,7 @@ void tst_TimeSkin::constructorArguments()
     QCOMPARE(int(time.focusPolicy()), int(Qt::NoFocus));
 }
 
-void tst_TimeSkin::fresh()
+void TestTimeSkin::fresh()
 {
     Window window;
     const Time time(&window, "no such group");
@@ -291,7 +291,7 @@ void tst_TimeSkin::fresh()
     QCOMPARE(time.spacing, -1);
 }
 
-void tst_TimeSkin::showsMidnightAtFirst()
+void TestTimeSkin::showsMidnightAtFirst()
 {
     Window window;
     Time time(&window, "Time");
@@ -301,7 +301,7 @@ void tst_TimeSkin::showsMidnightAtFirst()
     COMPARE_PICTURES(shown(time), expected({0, 0, 0, 0, 0, 0}, pattern(82, 20, 7)));
 }
 
-void tst_TimeSkin::skinOfTheWindow()
+void TestTimeSkin::skinOfTheWindow()
 {
     installation->picture("other", "n.png", pattern(50, 6));
     installation->config("other", "[Time]\nnumber_image = n.png\nspacing = 0\n");
@@ -315,7 +315,7 @@ void tst_TimeSkin::skinOfTheWindow()
     QCOMPARE(later.size(), QSize(82, 20));
 }
 
-void tst_TimeSkin::windowDisplayIsItsOwnSkin()
+void TestTimeSkin::windowDisplayIsItsOwnSkin()
 {
     installation->picture("Clock", "n.png", pattern(50, 6));
     installation->config("Clock", "[Clock]\nnumber_image = n.png\nspacing = 0\n");
@@ -323,7 +323,7 @@ void tst_TimeSkin::windowDisplayIsItsOwnSkin()
     QCOMPARE(time.size(), QSize(30, 6));
 }
 
-void tst_TimeSkin::loadsThroughTheBase()
+void TestTimeSkin::loadsThroughTheBase()
 {
     Window window;
     Time time(&window, "no such group");
@@ -332,7 +332,7 @@ void tst_TimeSkin::loadsThroughTheBase()
     COMPARE_PICTURES(*time.numberImage, TimeSkins::numbers());
 }
 
-void tst_TimeSkin::loadingInOrder()
+void TestTimeSkin::loadingInOrder()
 {
     Window window;
     Time time(&window, "no such group");
@@ -344,7 +344,7 @@ void tst_TimeSkin::loadingInOrder()
     QCOMPARE(time.spacing, 2);
 }
 
-void tst_TimeSkin::missingKey_data()
+void TestTimeSkin::missingKey_data()
 {
     QTest::addColumn<QByteArray>("key");
     QTest::addColumn<QSize>("size");
@@ -354,7 +354,7 @@ void tst_TimeSkin::missingKey_data()
     QTest::newRow("spacing") << QByteArray("spacing") << QSize(61, 20);
 }
 
-void tst_TimeSkin::missingKey()
+void TestTimeSkin::missingKey()
 {
     QFETCH(QByteArray, key);
     QFETCH(QSize, size);
@@ -374,7 +374,7 @@ void tst_TimeSkin::missingKey()
         QCOMPARE(time.size(), size);
 }
 
-void tst_TimeSkin::missingFile_data()
+void TestTimeSkin::missingFile_data()
 {
     QTest::addColumn<QString>("file");
     QTest::newRow("numbers") << "numbers.png";
@@ -382,7 +382,7 @@ void tst_TimeSkin::missingFile_data()
     QTest::newRow("config") << "config";
 }
 
-void tst_TimeSkin::missingFile()
+void TestTimeSkin::missingFile()
 {
     QFETCH(QString, file);
     QVERIFY(QFile::remove(installation->skin("player") + '/' + file));
@@ -395,7 +395,7 @@ void tst_TimeSkin::missingFile()
     QCOMPARE(time.figures(), QList<int>({0, 1, 0, 2, 0, 3}));
 }
 
-void tst_TimeSkin::spacing_data()
+void TestTimeSkin::spacing_data()
 {
     QTest::addColumn<QByteArray>("entry");
     QTest::addColumn<int>("value");
@@ -406,7 +406,7 @@ void tst_TimeSkin::spacing_data()
     QTest::newRow("no number") << QByteArray("spacing = wide\n") << 0;
 }
 
-void tst_TimeSkin::spacing()
+void TestTimeSkin::spacing()
 {
     QFETCH(QByteArray, entry);
     QFETCH(int, value);
@@ -418,7 +418,7 @@ void tst_TimeSkin::spacing()
     QCOMPARE(time.size(), QSize(68 + 7 * value, 20));
 }
 
-void tst_TimeSkin::sizes_data()
+void TestTimeSkin::sizes_data()
 {
     QTest::addColumn<QSize>("numbers");
     QTest::addColumn<QSize>("colon");
@@ -430,7 +430,7 @@ void tst_TimeSkin::sizes_data()
     QTest::newRow("figures of one pixel") << QSize(10, 1) << QSize(1, 1) << QSize(22, 1);
 }
 
-void tst_TimeSkin::sizes()
+void TestTimeSkin::sizes()
 {
     QFETCH(QSize, numbers);
     QFETCH(QSize, colon);
@@ -446,7 +446,7 @@ void tst_TimeSkin::sizes()
 }
 
 // The place's left edge and its picture of 0 count, also where a subclass lays the places out differently.
-void tst_TimeSkin::sizeFollowsTheLastPlace()
+void TestTimeSkin::sizeFollowsTheLastPlace()
 {
     struct Wide : Time {
         using Time::Time;
@@ -462,7 +462,7 @@ void tst_TimeSkin::sizeFollowsTheLastPlace()
     QCOMPARE(time.size(), QSize(100, 20));
 }
 
-void tst_TimeSkin::loadingAgainReplaces()
+void TestTimeSkin::loadingAgainReplaces()
 {
     installation->picture("player", "n.png", pattern(50, 6));
     installation->config("player", "[Time]\nnumber_image = numbers.png\ncolon_image = colon.png\nspacing = 2\n"
@@ -480,7 +480,7 @@ void tst_TimeSkin::loadingAgainReplaces()
     QCOMPARE(time.figures(), QList<int>({0, 1, 0, 2, 0, 3}));
 }
 
-void tst_TimeSkin::positions_data()
+void TestTimeSkin::positions_data()
 {
     QTest::addColumn<int>("spacing");
     QTest::addColumn<QSize>("number");
@@ -495,7 +495,7 @@ void tst_TimeSkin::positions_data()
         << -20 << QSize(100, 20) << QSize(4, 20) << QList<int>{0, -10, -20, -36, -46, -56, -72, -82};
 }
 
-void tst_TimeSkin::positions()
+void TestTimeSkin::positions()
 {
     QFETCH(int, spacing);
     QFETCH(QSize, number);
@@ -512,7 +512,7 @@ void tst_TimeSkin::positions()
     }
 }
 
-void tst_TimeSkin::figuresAreCutFromTheStrip()
+void TestTimeSkin::figuresAreCutFromTheStrip()
 {
     installation->picture("player", "numbers.png", pattern(109, 20, 3));
     Window window;
@@ -522,7 +522,7 @@ void tst_TimeSkin::figuresAreCutFromTheStrip()
             COMPARE_PICTURES(digit.images[d], pattern(109, 20, 3).copy(10 * d, 0, 10, 20));
 }
 
-void tst_TimeSkin::everyPlaceHasItsOwnFigures()
+void TestTimeSkin::everyPlaceHasItsOwnFigures()
 {
     Window window;
     Time time(&window, "Time");
@@ -536,7 +536,7 @@ void tst_TimeSkin::everyPlaceHasItsOwnFigures()
                 withAlphaBytes(blended(beneath.copy(digitPlaces[i], 0, 10, 20), TimeSkins::figure(d)), 30));
 }
 
-void tst_TimeSkin::colonsAreComposedForTheirPlaces()
+void TestTimeSkin::colonsAreComposedForTheirPlaces()
 {
     Window window;
     Time time(&window, "Time");
@@ -549,7 +549,7 @@ void tst_TimeSkin::colonsAreComposedForTheirPlaces()
     COMPARE_PICTURES(*time.numberImage, TimeSkins::numbers());
 }
 
-void tst_TimeSkin::alphaRebuildsInOrder()
+void TestTimeSkin::alphaRebuildsInOrder()
 {
     Window window;
     Time time(&window, "Time");
@@ -563,7 +563,7 @@ void tst_TimeSkin::alphaRebuildsInOrder()
     COMPARE_PICTURES(time.composed.value(61), TimeSkins::colon());
 }
 
-void tst_TimeSkin::backgroundPixmapRebuildsInOrder()
+void TestTimeSkin::backgroundPixmapRebuildsInOrder()
 {
     Window window;
     Time time(&window, "Time");
@@ -572,14 +572,14 @@ void tst_TimeSkin::backgroundPixmapRebuildsInOrder()
     QCOMPARE(time.calls, QStringList("redrawButtonImages()") + composingCalls());
 }
 
-void tst_TimeSkin::alpha_data()
+void TestTimeSkin::alpha_data()
 {
     QTest::addColumn<int>("alpha");
     for (const int alpha : {0, 1, 128, 255})
         QTest::addRow("alpha %d", alpha) << alpha;
 }
 
-void tst_TimeSkin::alpha()
+void TestTimeSkin::alpha()
 {
     QFETCH(int, alpha);
     Window window;
@@ -596,7 +596,7 @@ void tst_TimeSkin::alpha()
     COMPARE_PICTURES(shown(time), before);
 }
 
-void tst_TimeSkin::composingNeverAccumulates()
+void TestTimeSkin::composingNeverAccumulates()
 {
     Window window;
     Time time(&window, "Time");
@@ -613,7 +613,7 @@ void tst_TimeSkin::composingNeverAccumulates()
     COMPARE_PICTURES(time.colonImage2, colon);
 }
 
-void tst_TimeSkin::backgroundPixmap()
+void TestTimeSkin::backgroundPixmap()
 {
     Window window;
     Time time(&window, "Time");
@@ -623,7 +623,7 @@ void tst_TimeSkin::backgroundPixmap()
     COMPARE_PICTURES(shown(time), expected({0, 0, 0, 0, 0, 0}, parent.copy(9, 13, 82, 20)));
 }
 
-void tst_TimeSkin::figures_data()
+void TestTimeSkin::figures_data()
 {
     QTest::addColumn<unsigned int>("seconds");
     QTest::addColumn<QList<int>>("figures");
@@ -643,7 +643,7 @@ void tst_TimeSkin::figures_data()
     QTest::newRow("highest") << 4294967295U << QList<int>{9, 6, 2, 8, 1, 5};
 }
 
-void tst_TimeSkin::figures()
+void TestTimeSkin::figures()
 {
     QFETCH(unsigned int, seconds);
     QFETCH(QList<int>, figures);
@@ -656,7 +656,7 @@ void tst_TimeSkin::figures()
     COMPARE_PICTURES(shown(time), expected(figures, pattern(82, 20, 200)));
 }
 
-void tst_TimeSkin::updateRepaintsChangedPlaces_data()
+void TestTimeSkin::updateRepaintsChangedPlaces_data()
 {
     QTest::addColumn<unsigned int>("from");
     QTest::addColumn<unsigned int>("to");
@@ -671,7 +671,7 @@ void tst_TimeSkin::updateRepaintsChangedPlaces_data()
     QTest::newRow("above 100 hours, same figures") << 360000U << 720000U << QList<int>();
 }
 
-void tst_TimeSkin::updateRepaintsChangedPlaces()
+void TestTimeSkin::updateRepaintsChangedPlaces()
 {
     QFETCH(unsigned int, from);
     QFETCH(unsigned int, to);
@@ -695,7 +695,7 @@ void tst_TimeSkin::updateRepaintsChangedPlaces()
     QCOMPARE(recorder.take(), QStringList());
 }
 
-void tst_TimeSkin::updateThroughTheMetaObject()
+void TestTimeSkin::updateThroughTheMetaObject()
 {
     Window window;
     Time time(&window, "Time");
@@ -704,7 +704,7 @@ void tst_TimeSkin::updateThroughTheMetaObject()
 }
 
 // Not even figures that a subclass has put there are looked at.
-void tst_TimeSkin::sameTimeIsLeftAlone()
+void TestTimeSkin::sameTimeIsLeftAlone()
 {
     Window window;
     Time time(&window, "Time");
@@ -716,7 +716,7 @@ void tst_TimeSkin::sameTimeIsLeftAlone()
     QCOMPARE(time.figures(), QList<int>({0, 1, 0, 2, 0, 4}));
 }
 
-void tst_TimeSkin::currentTimeIsKept()
+void TestTimeSkin::currentTimeIsKept()
 {
     Window window;
     Time time(&window, "Time");
@@ -727,7 +727,7 @@ void tst_TimeSkin::currentTimeIsKept()
     QCOMPARE(time.figures(), QList<int>({1, 2, 3, 4, 5, 6}));
 }
 
-void tst_TimeSkin::drawDigits_data()
+void TestTimeSkin::drawDigits_data()
 {
     QTest::addColumn<QRect>("area");
     QTest::newRow("everything") << QRect(0, 0, 82, 20);
@@ -738,7 +738,7 @@ void tst_TimeSkin::drawDigits_data()
     QTest::newRow("more than the display") << QRect(-5, -5, 100, 40);
 }
 
-void tst_TimeSkin::drawDigits()
+void TestTimeSkin::drawDigits()
 {
     QFETCH(QRect, area);
     Window window;
@@ -762,7 +762,7 @@ void tst_TimeSkin::drawDigits()
     }
 }
 
-void tst_TimeSkin::paintsInOrder()
+void TestTimeSkin::paintsInOrder()
 {
     Window window;
     Time time(&window, "Time");
@@ -780,7 +780,7 @@ void tst_TimeSkin::paintsInOrder()
     COMPARE_PICTURES(time.blits.at(7).picture, time.colonImage2);
 }
 
-void tst_TimeSkin::regionRectangleByRectangle()
+void TestTimeSkin::regionRectangleByRectangle()
 {
     Window window;
     Time time(&window, "Time");
@@ -794,7 +794,7 @@ void tst_TimeSkin::regionRectangleByRectangle()
     QCOMPARE(time.blits.at(15).before.size(), QSize(6, 5));
 }
 
-void tst_TimeSkin::emptyRegionPaintsNothing()
+void TestTimeSkin::emptyRegionPaintsNothing()
 {
     Window window;
     Time time(&window, "Time");
@@ -805,7 +805,7 @@ void tst_TimeSkin::emptyRegionPaintsNothing()
     QCOMPARE(Messages::texts(), QStringList());
 }
 
-void tst_TimeSkin::wholePicture_data()
+void TestTimeSkin::wholePicture_data()
 {
     QTest::addColumn<int>("spacing");
     QTest::newRow("with gaps") << 2;
@@ -813,7 +813,7 @@ void tst_TimeSkin::wholePicture_data()
     QTest::newRow("overlapping: later digits over earlier, colons over all") << -4;
 }
 
-void tst_TimeSkin::wholePicture()
+void TestTimeSkin::wholePicture()
 {
     QFETCH(int, spacing);
     TimeSkins::install(*installation, "spacing = " + QByteArray::number(spacing) + "\n");
@@ -831,7 +831,7 @@ void tst_TimeSkin::wholePicture()
     COMPARE_PICTURES(shown(time), result);
 }
 
-void tst_TimeSkin::partsPaintedAlone()
+void TestTimeSkin::partsPaintedAlone()
 {
     Window window;
     Time time(&window, "Time");
@@ -845,7 +845,7 @@ void tst_TimeSkin::partsPaintedAlone()
     }
 }
 
-void tst_TimeSkin::paintsOverTheBackground()
+void TestTimeSkin::paintsOverTheBackground()
 {
     Window window;
     Time time(&window, "Time");
@@ -857,7 +857,7 @@ void tst_TimeSkin::paintsOverTheBackground()
     QVERIFY(time.testWFlags(Qt::WRepaintNoErase));
 }
 
-void tst_TimeSkin::ignoresInput_data()
+void TestTimeSkin::ignoresInput_data()
 {
     QTest::addColumn<int>("event");
     QTest::newRow("stylus") << 0;
@@ -866,7 +866,7 @@ void tst_TimeSkin::ignoresInput_data()
 }
 
 // Even with buttons, which a display does not load by itself.
-void tst_TimeSkin::ignoresInput()
+void TestTimeSkin::ignoresInput()
 {
     QFETCH(int, event);
     ThreeButtons::install(*installation);
@@ -910,7 +910,7 @@ void tst_TimeSkin::ignoresInput()
     QVERIFY(time.buttonHeld);
 }
 
-void tst_TimeSkin::inputIsNotPassedOn()
+void TestTimeSkin::inputIsNotPassedOn()
 {
     struct Parent : QWidget {
         QList<int> events;
@@ -932,5 +932,5 @@ void tst_TimeSkin::inputIsNotPassedOn()
         QVERIFY(!parent.events.contains(type));
 }
 
-QTEST_MAIN(tst_TimeSkin)
+QTEST_MAIN(TestTimeSkin)
 #include "tst_timeskin.moc"

@@ -21,7 +21,7 @@ QImage shown(QWidget& widget)
 
 } // namespace
 
-class tst_VolumeSkin : public QObject
+class TestVolumeSkin : public QObject
 {
     Q_OBJECT
 
@@ -108,7 +108,7 @@ private:
     std::unique_ptr<Messages> messages;
 };
 
-void tst_VolumeSkin::basesSignalsAndSlots_data()
+void TestVolumeSkin::basesSignalsAndSlots_data()
 {
     QTest::addColumn<QByteArray>("signature");
     QTest::addColumn<int>("type");
@@ -120,7 +120,7 @@ void tst_VolumeSkin::basesSignalsAndSlots_data()
     QTest::newRow("eventFilter") << QByteArray("eventFilter(QObject*,QEvent*)") << int(QMetaMethod::Slot);
 }
 
-void tst_VolumeSkin::basesSignalsAndSlots()
+void TestVolumeSkin::basesSignalsAndSlots()
 {
     QFETCH(QByteArray, signature);
     QFETCH(int, type);
@@ -134,7 +134,7 @@ void tst_VolumeSkin::basesSignalsAndSlots()
 }
 
 // What a subclass reads has these types; the slider can be taken for one of a subclass.
-void tst_VolumeSkin::dataModel()
+void TestVolumeSkin::dataModel()
 {
     static_assert(std::is_same_v<decltype(Volume::slider), SliderSkin*>);
     static_assert(std::is_same_v<decltype(Volume::muted), bool>);
@@ -144,7 +144,7 @@ void tst_VolumeSkin::dataModel()
     QVERIFY(slider && slider == panel.findChild<SliderSkin*>("Volume_SLIDER"));
 }
 
-void tst_VolumeSkin::constructorArguments()
+void TestVolumeSkin::constructorArguments()
 {
     const VolumeSkin bare;
     QVERIFY(!bare.parent() && bare.objectName().isEmpty());
@@ -156,7 +156,7 @@ void tst_VolumeSkin::constructorArguments()
     QVERIFY(panel.testWFlags(Qt::WMouseNoMask));
 }
 
-void tst_VolumeSkin::loadsItsOwnGroup()
+void TestVolumeSkin::loadsItsOwnGroup()
 {
     Window window;
     const Volume panel(&window, "Volume");
@@ -169,7 +169,7 @@ void tst_VolumeSkin::loadsItsOwnGroup()
 }
 
 // Though it has buttons, which give a panel the focus otherwise.
-void tst_VolumeSkin::takesNoFocus()
+void TestVolumeSkin::takesNoFocus()
 {
     Window window;
     const Volume panel(&window, "Volume");
@@ -177,7 +177,7 @@ void tst_VolumeSkin::takesNoFocus()
     QCOMPARE(int(panel.slider->focusPolicy()), int(Qt::NoFocus));
 }
 
-void tst_VolumeSkin::freshState()
+void TestVolumeSkin::freshState()
 {
     Window window;
     Volume panel(&window, "Volume");
@@ -190,7 +190,7 @@ void tst_VolumeSkin::freshState()
     QCOMPARE(panel.slider->value(), 0);
 }
 
-void tst_VolumeSkin::sliderIsAChild()
+void TestVolumeSkin::sliderIsAChild()
 {
     Window window;
     Volume panel(&window, "Volume");
@@ -203,7 +203,7 @@ void tst_VolumeSkin::sliderIsAChild()
     QVERIFY(!sliders.at(0)->isHidden());
 }
 
-void tst_VolumeSkin::sliderComesFromPaths()
+void TestVolumeSkin::sliderComesFromPaths()
 {
     Window window;
     const Volume panel(&window, "Volume");
@@ -215,7 +215,7 @@ void tst_VolumeSkin::sliderComesFromPaths()
     QVERIFY(OpenSlider::marker(slider).isNull());
 }
 
-void tst_VolumeSkin::sliderOfAnotherName()
+void TestVolumeSkin::sliderOfAnotherName()
 {
     installation->config("player",
                          QByteArray(VolumeSkins::panelGroups) + VolumeSkins::sliderGroup +
@@ -229,7 +229,7 @@ void tst_VolumeSkin::sliderOfAnotherName()
     QCOMPARE(panel.slider->pos(), QPoint(60, 14));
 }
 
-void tst_VolumeSkin::standingSlider()
+void TestVolumeSkin::standingSlider()
 {
     installation->picture("player", "back.png", pattern(20, 30));
     Window window;
@@ -238,7 +238,7 @@ void tst_VolumeSkin::standingSlider()
     QCOMPARE(panel.slider->goodPart(QPoint(1, 2)), 2);
 }
 
-void tst_VolumeSkin::skinOfTheWindow()
+void TestVolumeSkin::skinOfTheWindow()
 {
     VolumeSkins::install(*installation, "other");
     installation->picture("other", "bg.png", pattern(90, 35));
@@ -253,14 +253,14 @@ void tst_VolumeSkin::skinOfTheWindow()
     QVERIFY(withoutSlider.slider->size().isEmpty());
 }
 
-void tst_VolumeSkin::missingSliderKey_data()
+void TestVolumeSkin::missingSliderKey_data()
 {
     QTest::addColumn<QByteArray>("key");
     for (const char* key : {"back_image", "bar_image", "xpos", "ypos"})
         QTest::newRow(key) << QByteArray(key);
 }
 
-void tst_VolumeSkin::missingSliderKey()
+void TestVolumeSkin::missingSliderKey()
 {
     QFETCH(QByteArray, key);
     QByteArray config = QByteArray(VolumeSkins::panelGroups) + "[Volume_SLIDER]\n";
@@ -276,7 +276,7 @@ void tst_VolumeSkin::missingSliderKey()
     QCOMPARE(OpenSlider::bar(panel.slider).isNull(), key == "bar_image");
 }
 
-void tst_VolumeSkin::sliderPosition_data()
+void TestVolumeSkin::sliderPosition_data()
 {
     QTest::addColumn<QByteArray>("entries");
     QTest::addColumn<QPoint>("position");
@@ -286,7 +286,7 @@ void tst_VolumeSkin::sliderPosition_data()
     QTest::newRow("no entries") << QByteArray() << QPoint(-1, -1);
 }
 
-void tst_VolumeSkin::sliderPosition()
+void TestVolumeSkin::sliderPosition()
 {
     QFETCH(QByteArray, entries);
     QFETCH(QPoint, position);
@@ -297,7 +297,7 @@ void tst_VolumeSkin::sliderPosition()
     QCOMPARE(panel.slider->pos(), position);
 }
 
-void tst_VolumeSkin::noSkin()
+void TestVolumeSkin::noSkin()
 {
     Window window("nowhere");
     Volume panel(&window, "Volume");
@@ -312,7 +312,7 @@ void tst_VolumeSkin::noSkin()
     QCOMPARE(panel.slider->value(), 5);
 }
 
-void tst_VolumeSkin::deletedWithThePanel()
+void TestVolumeSkin::deletedWithThePanel()
 {
     Window window;
     auto panel = std::make_unique<Volume>(&window, "Volume");
@@ -322,7 +322,7 @@ void tst_VolumeSkin::deletedWithThePanel()
     QVERIFY(!slider);
 }
 
-void tst_VolumeSkin::newSliderSounds()
+void TestVolumeSkin::newSliderSounds()
 {
     Window window;
     Volume panel(&window, "Volume");
@@ -332,7 +332,7 @@ void tst_VolumeSkin::newSliderSounds()
 }
 
 // The slider's pictures are composed over the piece of the panel's background that lies under them.
-void tst_VolumeSkin::sliderStandsOnThePanelsBackground()
+void TestVolumeSkin::sliderStandsOnThePanelsBackground()
 {
     Window window;
     const Volume panel(&window, "Volume");
@@ -345,14 +345,14 @@ void tst_VolumeSkin::sliderStandsOnThePanelsBackground()
     COMPARE_PICTURES(panel.slider->backgroundPixmap()->toImage(), piece);
 }
 
-void tst_VolumeSkin::wholePicture_data()
+void TestVolumeSkin::wholePicture_data()
 {
     QTest::addColumn<int>("alpha");
     for (const int alpha : {255, 128, 1, 0})
         QTest::addRow("alpha %d", alpha) << alpha;
 }
 
-void tst_VolumeSkin::wholePicture()
+void TestVolumeSkin::wholePicture()
 {
     QFETCH(int, alpha);
     VolumeStage stage;
@@ -368,7 +368,7 @@ void tst_VolumeSkin::wholePicture()
     COMPARE_PICTURES(shown(stage.panel), panel);
 }
 
-void tst_VolumeSkin::alphaReachesTheSliderFirst()
+void TestVolumeSkin::alphaReachesTheSliderFirst()
 {
     Window window;
     Volume panel(&window, "Volume");
@@ -379,12 +379,12 @@ void tst_VolumeSkin::alphaReachesTheSliderFirst()
     QCOMPARE(int(panel.alphaOverride), 77);
 }
 
-void tst_VolumeSkin::alpha_data()
+void TestVolumeSkin::alpha_data()
 {
     wholePicture_data();
 }
 
-void tst_VolumeSkin::alpha()
+void TestVolumeSkin::alpha()
 {
     QFETCH(int, alpha);
     Window window;
@@ -397,7 +397,7 @@ void tst_VolumeSkin::alpha()
     COMPARE_PICTURES(panel.buttonMap.value("mute_on")->stateImage[1], withAlphaBytes(plain(20, 20, 0xff002200), alpha));
 }
 
-void tst_VolumeSkin::backgroundPixmapReachesThePanelFirst()
+void TestVolumeSkin::backgroundPixmapReachesThePanelFirst()
 {
     installation->picture("player", "bg.png", VolumeSkins::background(0));
     Window window;
@@ -416,7 +416,7 @@ void tst_VolumeSkin::backgroundPixmapReachesThePanelFirst()
 }
 
 // Intended: the slider takes the piece of the same pixmap at its own place on the panel.
-void tst_VolumeSkin::backgroundPixmap()
+void TestVolumeSkin::backgroundPixmap()
 {
     installation->picture("player", "bg.png", VolumeSkins::background(85));
     Window window;
@@ -431,7 +431,7 @@ void tst_VolumeSkin::backgroundPixmap()
     COMPARE_PICTURES(OpenSlider::fill(panel.slider), blended(beneathSlider, VolumeSkins::fill()));
 }
 
-void tst_VolumeSkin::volumeRange()
+void TestVolumeSkin::volumeRange()
 {
     Window window;
     Volume panel(&window, "Volume");
@@ -452,7 +452,7 @@ void tst_VolumeSkin::volumeRange()
     QCOMPARE(panel.state("mute_on"), int(Hidden));
 }
 
-void tst_VolumeSkin::volumeValue_data()
+void TestVolumeSkin::volumeValue_data()
 {
     QTest::addColumn<unsigned int>("value");
     QTest::addColumn<int>("level");
@@ -465,7 +465,7 @@ void tst_VolumeSkin::volumeValue_data()
     QTest::newRow("highest") << 4294967295U << 0;
 }
 
-void tst_VolumeSkin::volumeValue()
+void TestVolumeSkin::volumeValue()
 {
     QFETCH(unsigned int, value);
     QFETCH(int, level);
@@ -480,7 +480,7 @@ void tst_VolumeSkin::volumeValue()
     QCOMPARE(stage.take().filter("app_"), QStringList());
 }
 
-void tst_VolumeSkin::volumeValueInOrder()
+void TestVolumeSkin::volumeValueInOrder()
 {
     VolumeStage stage;
     stage.begin();
@@ -492,14 +492,14 @@ void tst_VolumeSkin::volumeValueInOrder()
     QCOMPARE(stage.take(), QStringList("slider: valueChanged(0)") + showsOn);
 }
 
-void tst_VolumeSkin::volumeValueThroughTheMetaObject()
+void TestVolumeSkin::volumeValueThroughTheMetaObject()
 {
     VolumeStage stage;
     QVERIFY(QMetaObject::invokeMethod(&stage.panel, "set_volumeValue", Q_ARG(unsigned int, 6U)));
     QCOMPARE(stage.panel.slider->value(), 6);
 }
 
-void tst_VolumeSkin::volumeValueWhileDragging()
+void TestVolumeSkin::volumeValueWhileDragging()
 {
     VolumeStage stage;
     stage.begin(5);
@@ -510,7 +510,7 @@ void tst_VolumeSkin::volumeValueWhileDragging()
     QCOMPARE(stage.take(), showsOff);
 }
 
-void tst_VolumeSkin::volumeButton_data()
+void TestVolumeSkin::volumeButton_data()
 {
     QTest::addColumn<bool>("muted");
     QTest::addColumn<int>("minimum");
@@ -523,7 +523,7 @@ void tst_VolumeSkin::volumeButton_data()
     QTest::newRow("sounding, level below 0") << false << -10 << -3 << showsOff;
 }
 
-void tst_VolumeSkin::volumeButton()
+void TestVolumeSkin::volumeButton()
 {
     QFETCH(bool, muted);
     QFETCH(int, minimum);
@@ -543,7 +543,7 @@ void tst_VolumeSkin::volumeButton()
     QCOMPARE(stage.panel.getFocus(), off ? QString("mute_off") : QString("mute_on"));
 }
 
-void tst_VolumeSkin::muteButton_data()
+void TestVolumeSkin::muteButton_data()
 {
     QTest::addColumn<bool>("muted");
     QTest::addColumn<bool>("mute");
@@ -553,7 +553,7 @@ void tst_VolumeSkin::muteButton_data()
                 << muted << mute;
 }
 
-void tst_VolumeSkin::muteButton()
+void TestVolumeSkin::muteButton()
 {
     QFETCH(bool, muted);
     QFETCH(bool, mute);
@@ -566,7 +566,7 @@ void tst_VolumeSkin::muteButton()
     QCOMPARE(stage.shownButton(), mute ? QString("mute_on") : QString("mute_off"));
 }
 
-void tst_VolumeSkin::muteButtonIsForgotten()
+void TestVolumeSkin::muteButtonIsForgotten()
 {
     VolumeStage stage;
     stage.begin(5);
@@ -577,7 +577,7 @@ void tst_VolumeSkin::muteButtonIsForgotten()
 }
 
 // A button that has the focus already gets none by showFocus(), and shows all the same.
-void tst_VolumeSkin::hiddenButtonShowsAgain()
+void TestVolumeSkin::hiddenButtonShowsAgain()
 {
     VolumeStage stage;
     stage.begin(5);
@@ -590,7 +590,7 @@ void tst_VolumeSkin::hiddenButtonShowsAgain()
     QCOMPARE(stage.shownButton(), QString("mute_off"));
 }
 
-void tst_VolumeSkin::buttonEvent_data()
+void TestVolumeSkin::buttonEvent_data()
 {
     QTest::addColumn<bool>("muted");
     QTest::addColumn<QString>("name");
@@ -604,7 +604,7 @@ void tst_VolumeSkin::buttonEvent_data()
     }
 }
 
-void tst_VolumeSkin::buttonEvent()
+void TestVolumeSkin::buttonEvent()
 {
     QFETCH(bool, muted);
     QFETCH(QString, name);
@@ -621,7 +621,7 @@ void tst_VolumeSkin::buttonEvent()
     QCOMPARE(seen, stage.panel.muted);
 }
 
-void tst_VolumeSkin::buttonEventAtLevelZero_data()
+void TestVolumeSkin::buttonEventAtLevelZero_data()
 {
     QTest::addColumn<bool>("muted");
     QTest::addColumn<QString>("name");
@@ -630,7 +630,7 @@ void tst_VolumeSkin::buttonEventAtLevelZero_data()
             QTest::addRow("%s, %s", muted ? "muted" : "sounding", name) << muted << name;
 }
 
-void tst_VolumeSkin::buttonEventAtLevelZero()
+void TestVolumeSkin::buttonEventAtLevelZero()
 {
     QFETCH(bool, muted);
     QFETCH(QString, name);
@@ -643,7 +643,7 @@ void tst_VolumeSkin::buttonEventAtLevelZero()
 }
 
 // A press on the groove without a move changes what the slider shows, not its value.
-void tst_VolumeSkin::levelIsThatOfTheRangeControl()
+void TestVolumeSkin::levelIsThatOfTheRangeControl()
 {
     VolumeStage stage;
     stage.begin(0);
@@ -658,7 +658,7 @@ void tst_VolumeSkin::levelIsThatOfTheRangeControl()
     QCOMPARE(stage.take(), showsOn);
 }
 
-void tst_VolumeSkin::stylusMutesAndUnmutes()
+void TestVolumeSkin::stylusMutesAndUnmutes()
 {
     VolumeStage stage;
     stage.begin(5);
@@ -678,7 +678,7 @@ void tst_VolumeSkin::stylusMutesAndUnmutes()
     QCOMPARE(stage.shownButton(), QString("mute_off"));
 }
 
-void tst_VolumeSkin::keysMuteAndUnmute()
+void TestVolumeSkin::keysMuteAndUnmute()
 {
     VolumeStage stage;
     stage.begin(5);
@@ -689,7 +689,7 @@ void tst_VolumeSkin::keysMuteAndUnmute()
     }
 }
 
-void tst_VolumeSkin::stylusAtLevelZero()
+void TestVolumeSkin::stylusAtLevelZero()
 {
     VolumeStage stage;
     stage.begin(0);
@@ -701,7 +701,7 @@ void tst_VolumeSkin::stylusAtLevelZero()
     QCOMPARE(stage.shownButton(), QString("mute_on"));
 }
 
-void tst_VolumeSkin::clickReachesTheSlotByTheSignal()
+void TestVolumeSkin::clickReachesTheSlotByTheSignal()
 {
     VolumeStage stage;
     stage.begin(5);
@@ -711,7 +711,7 @@ void tst_VolumeSkin::clickReachesTheSlotByTheSignal()
     QCOMPARE(stage.take().filter("app_"), QStringList{"app_mute(false)"});
 }
 
-void tst_VolumeSkin::dragAndRelease()
+void TestVolumeSkin::dragAndRelease()
 {
     VolumeStage stage;
     stage.begin(5);
@@ -726,7 +726,7 @@ void tst_VolumeSkin::dragAndRelease()
     QCOMPARE(OpenSlider::stateOf(slider), int(SliderState::Idle));
 }
 
-void tst_VolumeSkin::dragToZero()
+void TestVolumeSkin::dragToZero()
 {
     VolumeStage stage;
     stage.begin(5);
@@ -740,7 +740,7 @@ void tst_VolumeSkin::dragToZero()
     QVERIFY(!stage.panel.muted);
 }
 
-void tst_VolumeSkin::dragWhileMuted()
+void TestVolumeSkin::dragWhileMuted()
 {
     VolumeStage stage;
     stage.begin(5);
@@ -754,7 +754,7 @@ void tst_VolumeSkin::dragWhileMuted()
     QVERIFY(stage.panel.muted);
 }
 
-void tst_VolumeSkin::groovePressWithoutMove()
+void TestVolumeSkin::groovePressWithoutMove()
 {
     VolumeStage stage;
     stage.begin(0);
@@ -768,7 +768,7 @@ void tst_VolumeSkin::groovePressWithoutMove()
     QCOMPARE(OpenSlider::position(slider), 32);
 }
 
-void tst_VolumeSkin::inactiveSliderAtFirst()
+void TestVolumeSkin::inactiveSliderAtFirst()
 {
     VolumeStage stage;
     stage.begin();
@@ -783,7 +783,7 @@ void tst_VolumeSkin::inactiveSliderAtFirst()
     QCOMPARE(stage.take(), QStringList{"slider: sliderPressed()"});
 }
 
-void tst_VolumeSkin::throughTheWindow()
+void TestVolumeSkin::throughTheWindow()
 {
     VolumeStage stage;
     stage.panel.move(100, 50);
@@ -801,7 +801,7 @@ void tst_VolumeSkin::throughTheWindow()
     QCOMPARE(stage.take().filter("app_"), QStringList{"app_mute(true)"});
 }
 
-void tst_VolumeSkin::focusPassesOn_data()
+void TestVolumeSkin::focusPassesOn_data()
 {
     QTest::addColumn<bool>("ofSlider");
     QTest::addColumn<int>("type");
@@ -812,7 +812,7 @@ void tst_VolumeSkin::focusPassesOn_data()
     QTest::newRow("focus-in of another object") << false << int(QEvent::FocusIn) << false;
 }
 
-void tst_VolumeSkin::focusPassesOn()
+void TestVolumeSkin::focusPassesOn()
 {
     QFETCH(bool, ofSlider);
     QFETCH(int, type);
@@ -834,7 +834,7 @@ void tst_VolumeSkin::focusPassesOn()
     QCOMPARE(panel.focusCalls > 0 || panel.hasFocus(), takesFocus);
 }
 
-void tst_VolumeSkin::focusOfTheSliderGoesToThePanel()
+void TestVolumeSkin::focusOfTheSliderGoesToThePanel()
 {
     struct Counter : QObject {
         int focusIns = 0;
@@ -856,5 +856,5 @@ void tst_VolumeSkin::focusOfTheSliderGoesToThePanel()
     QCOMPARE(counter.focusIns, 1);
 }
 
-QTEST_MAIN(tst_VolumeSkin)
+QTEST_MAIN(TestVolumeSkin)
 #include "tst_volumeskin.moc"

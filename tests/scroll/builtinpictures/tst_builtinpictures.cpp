@@ -97,7 +97,7 @@ std::pair<double, double> extremes(const QImage& whole, const QRect& part)
 
 } // namespace
 
-class tst_BuiltinPictures : public QObject
+class TestBuiltinPictures : public QObject
 {
     Q_OBJECT
 
@@ -127,7 +127,7 @@ private slots:
     void isLegible();
 };
 
-void tst_BuiltinPictures::order()
+void TestBuiltinPictures::order()
 {
     QStringList expected;
     for (const Promise& promise : promises)
@@ -139,7 +139,7 @@ void tst_BuiltinPictures::order()
     QCOMPARE(names.size(), 20);
 }
 
-void tst_BuiltinPictures::endRecord()
+void TestBuiltinPictures::endRecord()
 {
     const BuiltinPicture& end = builtinPictures[std::size(promises)];
     QVERIFY(!end.data);
@@ -147,14 +147,14 @@ void tst_BuiltinPictures::endRecord()
     QCOMPARE(end.size, 0U);
 }
 
-void tst_BuiltinPictures::file_data()
+void TestBuiltinPictures::file_data()
 {
     QTest::addColumn<int>("index");
     for (int i = 0; i < int(std::size(promises)); ++i)
         QTest::newRow(promises[i].name) << i;
 }
 
-void tst_BuiltinPictures::file()
+void TestBuiltinPictures::file()
 {
     QFETCH(int, index);
     const Promise& promise = promises[index];
@@ -175,12 +175,12 @@ void tst_BuiltinPictures::file()
     QCOMPARE(decoded.hasAlphaChannel(), promise.alpha);
 }
 
-void tst_BuiltinPictures::lookup_data()
+void TestBuiltinPictures::lookup_data()
 {
     file_data();
 }
 
-void tst_BuiltinPictures::lookup()
+void TestBuiltinPictures::lookup()
 {
     QFETCH(int, index);
     const BuiltinPicture& record = builtinPictures[index];
@@ -194,13 +194,13 @@ void tst_BuiltinPictures::lookup()
     QCOMPARE(QImage::fromData(again).size(), promises[index].size);
 }
 
-void tst_BuiltinPictures::lookupInAnyOrder()
+void TestBuiltinPictures::lookupInAnyOrder()
 {
     for (int i = int(std::size(promises)) - 1; i >= 0; --i)
         QCOMPARE(place(findBuiltinImage(promises[i].name)), static_cast<const void*>(builtinPictures[i].data));
 }
 
-void tst_BuiltinPictures::unknownName_data()
+void TestBuiltinPictures::unknownName_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::newRow("another name") << QByteArray("scroll_page_normal");
@@ -215,7 +215,7 @@ void tst_BuiltinPictures::unknownName_data()
     QTest::newRow("not ASCII") << QByteArray("\xff\xfe\x01");
 }
 
-void tst_BuiltinPictures::unknownName()
+void TestBuiltinPictures::unknownName()
 {
     QFETCH(QByteArray, name);
     for (int i = 0; i < 3; ++i) {
@@ -228,7 +228,7 @@ void tst_BuiltinPictures::unknownName()
     QVERIFY(!findBuiltinImage("scroll_sub_normal").isEmpty());
 }
 
-void tst_BuiltinPictures::unknownNamesShareTheirArray()
+void TestBuiltinPictures::unknownNamesShareTheirArray()
 {
     const QByteArray one = findBuiltinImage("one");
     QCOMPARE(place(findBuiltinImage("other")), place(one));
@@ -237,7 +237,7 @@ void tst_BuiltinPictures::unknownNamesShareTheirArray()
 
 // The caller's own memory plays no part, neither when a name is met for the first time nor later. This comes before all
 // other look-ups, so that the names are new.
-void tst_BuiltinPictures::namesAreComparedByContents()
+void TestBuiltinPictures::namesAreComparedByContents()
 {
     auto name = std::make_unique<char[]>(32);
     std::strcpy(name.get(), "close_normal");
@@ -253,7 +253,7 @@ void tst_BuiltinPictures::namesAreComparedByContents()
     QCOMPARE(place(findBuiltinImage("close_normal")), bytes);
 }
 
-void tst_BuiltinPictures::arraysAreSharedAndReadOnly()
+void TestBuiltinPictures::arraysAreSharedAndReadOnly()
 {
     QByteArray mine = findBuiltinImage("close_focus");
     const char first = mine.at(0);
@@ -262,7 +262,7 @@ void tst_BuiltinPictures::arraysAreSharedAndReadOnly()
     QVERIFY(place(mine) != place(findBuiltinImage("close_focus")));
 }
 
-void tst_BuiltinPictures::statesDiffer_data()
+void TestBuiltinPictures::statesDiffer_data()
 {
     QTest::addColumn<QByteArrayList>("names");
     QTest::newRow("close button") << QByteArrayList{"close_normal", "close_press", "close_focus", "close_disable"};
@@ -275,7 +275,7 @@ void tst_BuiltinPictures::statesDiffer_data()
 }
 
 // At a glance: a good part of the pixels is another one.
-void tst_BuiltinPictures::statesDiffer()
+void TestBuiltinPictures::statesDiffer()
 {
     QFETCH(QByteArrayList, names);
     for (int i = 0; i < names.size(); ++i) {
@@ -292,7 +292,7 @@ void tst_BuiltinPictures::statesDiffer()
     }
 }
 
-void tst_BuiltinPictures::middleCanBeRepeated_data()
+void TestBuiltinPictures::middleCanBeRepeated_data()
 {
     QTest::addColumn<QByteArrayList>("names");
     QTest::newRow("trough") << QByteArrayList{"scroll_bg_top", "scroll_bg_middle", "scroll_bg_bottom"};
@@ -303,7 +303,7 @@ void tst_BuiltinPictures::middleCanBeRepeated_data()
 }
 
 // No seams: the rows where two pieces meet are hardly apart.
-void tst_BuiltinPictures::middleCanBeRepeated()
+void TestBuiltinPictures::middleCanBeRepeated()
 {
     QFETCH(QByteArrayList, names);
     const QImage top = picture(names[0].constData());
@@ -326,7 +326,7 @@ void tst_BuiltinPictures::middleCanBeRepeated()
     QVERIFY(step(middle, last, bottom, 0) <= 12);
 }
 
-void tst_BuiltinPictures::thumbIsRounded_data()
+void TestBuiltinPictures::thumbIsRounded_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<int>("outerRow");
@@ -336,7 +336,7 @@ void tst_BuiltinPictures::thumbIsRounded_data()
     QTest::newRow("bottom, dragged") << QByteArray("scroll_thumb_bottom_focus") << 4;
 }
 
-void tst_BuiltinPictures::thumbIsRounded()
+void TestBuiltinPictures::thumbIsRounded()
 {
     QFETCH(QByteArray, name);
     QFETCH(int, outerRow);
@@ -347,7 +347,7 @@ void tst_BuiltinPictures::thumbIsRounded()
     QCOMPARE(qAlpha(cap.pixel(0, 4 - outerRow)), 255);
 }
 
-void tst_BuiltinPictures::isLegible_data()
+void TestBuiltinPictures::isLegible_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<QRect>("part");
@@ -360,7 +360,7 @@ void tst_BuiltinPictures::isLegible_data()
 }
 
 // The sign stands out from its button, and the thumb from the channel that it runs in.
-void tst_BuiltinPictures::isLegible()
+void TestBuiltinPictures::isLegible()
 {
     QFETCH(QByteArray, name);
     QFETCH(QRect, part);
@@ -374,6 +374,6 @@ void tst_BuiltinPictures::isLegible()
     }
 }
 
-QTEST_APPLESS_MAIN(tst_BuiltinPictures)
+QTEST_APPLESS_MAIN(TestBuiltinPictures)
 
 #include "tst_builtinpictures.moc"

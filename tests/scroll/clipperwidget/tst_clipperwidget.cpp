@@ -33,7 +33,7 @@ protected:
 
 } // namespace
 
-class tst_ClipperWidget : public QObject
+class TestClipperWidget : public QObject
 {
     Q_OBJECT
 
@@ -47,7 +47,7 @@ private slots:
     void hiddenFocusStays();
 };
 
-void tst_ClipperWidget::constructors()
+void TestClipperWidget::constructors()
 {
     const DQClipperWidget plain;
     QCOMPARE(plain.parentWidget(), nullptr);
@@ -77,7 +77,7 @@ struct FocusStage {
     QWidget* behind = new QWidget(&window);
 };
 
-void tst_ClipperWidget::focusWhileStill()
+void TestClipperWidget::focusWhileStill()
 {
     FocusStage stage;
     QVERIFY(stage.window.activate());
@@ -94,7 +94,7 @@ void tst_ClipperWidget::focusWhileStill()
     QVERIFY(!stage.clipper->focusNextPrevChild(true));
 }
 
-void tst_ClipperWidget::focusWhileMoving()
+void TestClipperWidget::focusWhileMoving()
 {
     FocusStage stage;
     QVERIFY(stage.window.activate());
@@ -109,7 +109,7 @@ void tst_ClipperWidget::focusWhileMoving()
     QCOMPARE(stage.window.focusWidget(), stage.behind);
 }
 
-void tst_ClipperWidget::movedByTheView()
+void TestClipperWidget::movedByTheView()
 {
     ViewStage stage({700, 20000});
     stage.view.enableClipper(true);
@@ -130,7 +130,7 @@ void tst_ClipperWidget::movedByTheView()
     QCOMPARE(spy.log, QStringList("5,5 still"));
 }
 
-void tst_ClipperWidget::hiddenFocusStays()
+void TestClipperWidget::hiddenFocusStays()
 {
     ViewStage stage({700, 20000});
     stage.view.enableClipper(true);
@@ -152,5 +152,5 @@ void tst_ClipperWidget::hiddenFocusStays()
     QVERIFY(stage.window.focusWidget() != child);
 }
 
-QTEST_MAIN(tst_ClipperWidget)
+QTEST_MAIN(TestClipperWidget)
 #include "tst_clipperwidget.moc"

@@ -60,7 +60,7 @@ protected:
 
 } // namespace
 
-class tst_ScrollBarSkin : public QObject
+class TestScrollBarSkin : public QObject
 {
     Q_OBJECT
 
@@ -132,7 +132,7 @@ private:
     std::unique_ptr<Messages> messages;
 };
 
-void tst_ScrollBarSkin::usualConstructor()
+void TestScrollBarSkin::usualConstructor()
 {
     QWidget parent;
     const Bar bar(&parent, "vertical");
@@ -153,7 +153,7 @@ void tst_ScrollBarSkin::usualConstructor()
     QCOMPARE(plain.troughImage.size(), QSize(20, plain.height() - 40));
 }
 
-void tst_ScrollBarSkin::rangeConstructor()
+void TestScrollBarSkin::rangeConstructor()
 {
     QWidget parent;
     const Bar bar(-5, 50, 2, 7, 13, &parent, "ranged");
@@ -169,7 +169,7 @@ void tst_ScrollBarSkin::rangeConstructor()
     QCOMPARE(plain.objectName(), QString());
 }
 
-void tst_ScrollBarSkin::rangeConstructorBounds_data()
+void TestScrollBarSkin::rangeConstructorBounds_data()
 {
     QTest::addColumn<QList<int>>("given");
     QTest::addColumn<QList<int>>("taken");
@@ -182,14 +182,14 @@ void tst_ScrollBarSkin::rangeConstructorBounds_data()
     row("negative steps", {0, 10, -1, -2, 5}, {0, 10, 1, 2, 5});
 }
 
-void tst_ScrollBarSkin::rangeConstructorBounds()
+void TestScrollBarSkin::rangeConstructorBounds()
 {
     QFETCH(QList<int>, given);
     QFETCH(QList<int>, taken);
     QCOMPARE(numbers(Bar(given[0], given[1], given[2], given[3], given[4])), taken);
 }
 
-void tst_ScrollBarSkin::sizeConstructor()
+void TestScrollBarSkin::sizeConstructor()
 {
     QWidget parent;
     const Bar usual(&parent);
@@ -210,7 +210,7 @@ void tst_ScrollBarSkin::sizeConstructor()
     QCOMPARE(plain.objectName(), QString());
 }
 
-void tst_ScrollBarSkin::idleFromConstruction_data()
+void TestScrollBarSkin::idleFromConstruction_data()
 {
     QTest::addColumn<int>("kind");
     QTest::newRow("usual") << 0;
@@ -218,7 +218,7 @@ void tst_ScrollBarSkin::idleFromConstruction_data()
     QTest::newRow("with a size") << 2;
 }
 
-void tst_ScrollBarSkin::idleFromConstruction()
+void TestScrollBarSkin::idleFromConstruction()
 {
     QFETCH(int, kind);
     QWidget parent;
@@ -235,7 +235,7 @@ void tst_ScrollBarSkin::idleFromConstruction()
     QCOMPARE(bar->sizePolicy().verticalPolicy(), QSizePolicy::Minimum);
 }
 
-void tst_ScrollBarSkin::initMakesIdle()
+void TestScrollBarSkin::initMakesIdle()
 {
     LooseBar loose;
     Bar& bar = loose.bar;
@@ -257,7 +257,7 @@ void tst_ScrollBarSkin::initMakesIdle()
     QCOMPARE(numbers(bar), (QList<int>{0, 80, 3, 20, 30}));
 }
 
-void tst_ScrollBarSkin::bases()
+void TestScrollBarSkin::bases()
 {
     Bar bar;
     QVERIFY(qobject_cast<SkinBase*>(&bar));
@@ -268,7 +268,7 @@ void tst_ScrollBarSkin::bases()
     QVERIFY(bar.testWFlags(Qt::WResizeNoErase));
 }
 
-void tst_ScrollBarSkin::metaObject_data()
+void TestScrollBarSkin::metaObject_data()
 {
     QTest::addColumn<QByteArray>("signature");
     QTest::addColumn<bool>("isSignal");
@@ -278,7 +278,7 @@ void tst_ScrollBarSkin::metaObject_data()
     QTest::newRow("doAutoRepeat()") << QByteArray("doAutoRepeat()") << false;
 }
 
-void tst_ScrollBarSkin::metaObject()
+void TestScrollBarSkin::metaObject()
 {
     QFETCH(QByteArray, signature);
     QFETCH(bool, isSignal);
@@ -291,7 +291,7 @@ void tst_ScrollBarSkin::metaObject()
     QCOMPARE(meta.methodCount() - meta.methodOffset(), 9);
 }
 
-void tst_ScrollBarSkin::controlNumbers()
+void TestScrollBarSkin::controlNumbers()
 {
     QCOMPARE(sizeof(ScrollBarControl), size_t(1));
     const QList<int> controls{AddLine, SubLine, AddPage, SubPage, First, Last, Slider, None};
@@ -299,7 +299,7 @@ void tst_ScrollBarSkin::controlNumbers()
 }
 
 // A bar that is wider than high is as vertical as any other.
-void tst_ScrollBarSkin::noOrientation()
+void TestScrollBarSkin::noOrientation()
 {
     LooseBar loose(QSize(140, 60));
     QCOMPARE(metricsOf(loose.bar), (QList<int>{29, 29, 2, 29}));
@@ -307,7 +307,7 @@ void tst_ScrollBarSkin::noOrientation()
     QCOMPARE(int(loose.bar.pointOver({1, 59})), int(AddLine));
 }
 
-void tst_ScrollBarSkin::setValue_data()
+void TestScrollBarSkin::setValue_data()
 {
     QTest::addColumn<int>("value");
     QTest::addColumn<QStringList>("expected");
@@ -321,7 +321,7 @@ void tst_ScrollBarSkin::setValue_data()
 }
 
 // The thumb is repainted over both its places, then the value is told.
-void tst_ScrollBarSkin::setValue()
+void TestScrollBarSkin::setValue()
 {
     QFETCH(int, value);
     QFETCH(QStringList, expected);
@@ -336,7 +336,7 @@ void tst_ScrollBarSkin::setValue()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollBarSkin::valueSetWithoutSteppingTheThumb()
+void TestScrollBarSkin::valueSetWithoutSteppingTheThumb()
 {
     BarStage stage;
     stage.bar.setRange(0, 8000);
@@ -349,7 +349,7 @@ void tst_ScrollBarSkin::valueSetWithoutSteppingTheThumb()
     QCOMPARE(stage.take(), QStringList{"valueChanged(3001)"});
 }
 
-void tst_ScrollBarSkin::setRange_data()
+void TestScrollBarSkin::setRange_data()
 {
     QTest::addColumn<int>("operation");
     QTest::addColumn<int>("argument");
@@ -371,7 +371,7 @@ void tst_ScrollBarSkin::setRange_data()
     QTest::newRow("the same maximum") << 1 << 80 << QList<int>{0, 80, 3, 20, 30} << QStringList{};
 }
 
-void tst_ScrollBarSkin::setRange()
+void TestScrollBarSkin::setRange()
 {
     QFETCH(int, operation);
     QFETCH(int, argument);
@@ -389,7 +389,7 @@ void tst_ScrollBarSkin::setRange()
     QCOMPARE(stage.bar.thumbRect, stage.bar.sliderRect());
 }
 
-void tst_ScrollBarSkin::steps_data()
+void TestScrollBarSkin::steps_data()
 {
     QTest::addColumn<bool>("line");
     QTest::addColumn<int>("step");
@@ -402,7 +402,7 @@ void tst_ScrollBarSkin::steps_data()
     QTest::newRow("the least of all") << true << lowest << QList<int>{0, 80, highest, 20, 30};
 }
 
-void tst_ScrollBarSkin::steps()
+void TestScrollBarSkin::steps()
 {
     QFETCH(bool, line);
     QFETCH(int, step);
@@ -419,7 +419,7 @@ void tst_ScrollBarSkin::steps()
 }
 
 // Intended: only a new range or size composes the thumb in its new length.
-void tst_ScrollBarSkin::stepsLeaveThumbAndPicture()
+void TestScrollBarSkin::stepsLeaveThumbAndPicture()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -432,7 +432,7 @@ void tst_ScrollBarSkin::stepsLeaveThumbAndPicture()
     QCOMPARE(stage.bar.thumbImage.size(), QSize(8, 49));
 }
 
-void tst_ScrollBarSkin::notifications()
+void TestScrollBarSkin::notifications()
 {
     NotifiedBar bar;
     bar.resize(20, 140);
@@ -447,7 +447,7 @@ void tst_ScrollBarSkin::notifications()
                                         "rangeChange 6 99, value 5", "valueChange 6", "rangeChange 6 50, value 6"}));
 }
 
-void tst_ScrollBarSkin::valueChangePlacesTheThumb()
+void TestScrollBarSkin::valueChangePlacesTheThumb()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -460,7 +460,7 @@ void tst_ScrollBarSkin::valueChangePlacesTheThumb()
     QCOMPARE(stage.take(), (QStringList{"paint 6,50 8x30", "valueChanged(40)"}));
 }
 
-void tst_ScrollBarSkin::rangeChangePlacesTheThumb()
+void TestScrollBarSkin::rangeChangePlacesTheThumb()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -475,7 +475,7 @@ void tst_ScrollBarSkin::rangeChangePlacesTheThumb()
 }
 
 // A bar that is lower than its buttons has no trough to repaint, and not the whole bar in its stead.
-void tst_ScrollBarSkin::rangeChangeWithoutTrough()
+void TestScrollBarSkin::rangeChangeWithoutTrough()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -487,7 +487,7 @@ void tst_ScrollBarSkin::rangeChangeWithoutTrough()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollBarSkin::signalsComeAfterTheState()
+void TestScrollBarSkin::signalsComeAfterTheState()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -499,7 +499,7 @@ void tst_ScrollBarSkin::signalsComeAfterTheState()
 }
 
 // Intended: the signal is there for the interface only.
-void tst_ScrollBarSkin::slidersAreNeverMoved()
+void TestScrollBarSkin::slidersAreNeverMoved()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -517,7 +517,7 @@ void tst_ScrollBarSkin::slidersAreNeverMoved()
     QCOMPARE(log.filter("button_clicked"), QStringList());
 }
 
-void tst_ScrollBarSkin::scrollBarMetrics_data()
+void TestScrollBarSkin::scrollBarMetrics_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("minimum");
@@ -576,7 +576,7 @@ void tst_ScrollBarSkin::scrollBarMetrics_data()
     row("width 1, height 1", {1, 1}, 0, 80, 20, {1, 1, -1, 1});
 }
 
-void tst_ScrollBarSkin::scrollBarMetrics()
+void TestScrollBarSkin::scrollBarMetrics()
 {
     QFETCH(QSize, size);
     QFETCH(int, minimum);
@@ -606,7 +606,7 @@ void tst_ScrollBarSkin::scrollBarMetrics()
     QCOMPARE(bar.sliderPos, minimum == maximum ? expected[0] : expected[1]);
 }
 
-void tst_ScrollBarSkin::sliderRect_data()
+void TestScrollBarSkin::sliderRect_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("value");
@@ -618,7 +618,7 @@ void tst_ScrollBarSkin::sliderRect_data()
     QTest::newRow("narrow bar: from the same place") << QSize(5, 110) << 0 << QRect(6, 5, 8, 20);
 }
 
-void tst_ScrollBarSkin::sliderRect()
+void TestScrollBarSkin::sliderRect()
 {
     QFETCH(QSize, size);
     QFETCH(int, value);
@@ -629,7 +629,7 @@ void tst_ScrollBarSkin::sliderRect()
     QCOMPARE(loose.bar.sliderRect(), expected);
 }
 
-void tst_ScrollBarSkin::rangeValueToSliderPos_data()
+void TestScrollBarSkin::rangeValueToSliderPos_data()
 {
     QTest::addColumn<QList<int>>("range");
     QTest::addColumn<int>("value");
@@ -651,7 +651,7 @@ void tst_ScrollBarSkin::rangeValueToSliderPos_data()
     QTest::newRow("every int, near the end") << QList<int>{lowest, highest, 20} << highest - 1 << 110;
 }
 
-void tst_ScrollBarSkin::rangeValueToSliderPos()
+void TestScrollBarSkin::rangeValueToSliderPos()
 {
     QFETCH(QList<int>, range);
     QFETCH(int, value);
@@ -662,7 +662,7 @@ void tst_ScrollBarSkin::rangeValueToSliderPos()
     QCOMPARE(loose.bar.rangeValueToSliderPos(value), position);
 }
 
-void tst_ScrollBarSkin::sliderPosToRangeValue_data()
+void TestScrollBarSkin::sliderPosToRangeValue_data()
 {
     QTest::addColumn<QList<int>>("range");
     QTest::addColumn<int>("position");
@@ -685,7 +685,7 @@ void tst_ScrollBarSkin::sliderPosToRangeValue_data()
     QTest::newRow("every int, middle") << QList<int>{lowest, highest, 20} << 65 << 0;
 }
 
-void tst_ScrollBarSkin::sliderPosToRangeValue()
+void TestScrollBarSkin::sliderPosToRangeValue()
 {
     QFETCH(QList<int>, range);
     QFETCH(int, position);
@@ -696,7 +696,7 @@ void tst_ScrollBarSkin::sliderPosToRangeValue()
     QCOMPARE(loose.bar.sliderPosToRangeValue(position), value);
 }
 
-void tst_ScrollBarSkin::calculateValueFromSlider()
+void TestScrollBarSkin::calculateValueFromSlider()
 {
     LooseBar loose;
     loose.bar.setValue(30);
@@ -707,7 +707,7 @@ void tst_ScrollBarSkin::calculateValueFromSlider()
     QCOMPARE(loose.bar.value(), 30);
 }
 
-void tst_ScrollBarSkin::positionSliderFromValue()
+void TestScrollBarSkin::positionSliderFromValue()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -723,7 +723,7 @@ void tst_ScrollBarSkin::positionSliderFromValue()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollBarSkin::initPosition_data()
+void TestScrollBarSkin::initPosition_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<QRect>("sub");
@@ -736,7 +736,7 @@ void tst_ScrollBarSkin::initPosition_data()
     QTest::newRow("flat") << QSize(20, 0) << QRect(0, 0, 20, 20) << QRect(0, 20, 20, -40) << QRect(0, -20, 20, 20);
 }
 
-void tst_ScrollBarSkin::initPosition()
+void TestScrollBarSkin::initPosition()
 {
     QFETCH(QSize, size);
     QFETCH(QRect, sub);
@@ -757,7 +757,7 @@ void tst_ScrollBarSkin::initPosition()
 }
 
 // Intended: the buttons react as high as the bar is wide, and are drawn as high as their picture.
-void tst_ScrollBarSkin::metricsFromWidthPlacesFromPicture()
+void TestScrollBarSkin::metricsFromWidthPlacesFromPicture()
 {
     LooseBar loose(QSize(12, 140));
     Bar& bar = loose.bar;
@@ -775,7 +775,7 @@ void tst_ScrollBarSkin::metricsFromWidthPlacesFromPicture()
     QCOMPARE(int(bar.pointOver({5, 128})), int(AddLine));
 }
 
-void tst_ScrollBarSkin::pointOver_data()
+void TestScrollBarSkin::pointOver_data()
 {
     QTest::addColumn<QPoint>("point");
     QTest::addColumn<int>("control");
@@ -803,7 +803,7 @@ void tst_ScrollBarSkin::pointOver_data()
     row("far away", highest, lowest, None);
 }
 
-void tst_ScrollBarSkin::pointOver()
+void TestScrollBarSkin::pointOver()
 {
     QFETCH(QPoint, point);
     QFETCH(int, control);
@@ -812,7 +812,7 @@ void tst_ScrollBarSkin::pointOver()
     QCOMPARE(int(loose.bar.pointOver(point)), control);
 }
 
-void tst_ScrollBarSkin::pointOverFollowsTheThumb()
+void TestScrollBarSkin::pointOverFollowsTheThumb()
 {
     LooseBar loose;
     Bar& bar = loose.bar;
@@ -830,21 +830,21 @@ void tst_ScrollBarSkin::pointOverFollowsTheThumb()
     QCOMPARE(int(bar.pointOver({10, 120})), int(AddLine));
 }
 
-void tst_ScrollBarSkin::sizeHint_data()
+void TestScrollBarSkin::sizeHint_data()
 {
     QTest::addColumn<QSize>("size");
     for (const QSize& size : {QSize(20, 140), QSize(77, 33), QSize(0, 0), QSize(5, 5000)})
         QTest::addRow("%d x %d", size.width(), size.height()) << size;
 }
 
-void tst_ScrollBarSkin::sizeHint()
+void TestScrollBarSkin::sizeHint()
 {
     QFETCH(QSize, size);
     LooseBar loose(size);
     QCOMPARE(loose.bar.sizeHint(), QSize(20, size.height()));
 }
 
-void tst_ScrollBarSkin::action_data()
+void TestScrollBarSkin::action_data()
 {
     QTest::addColumn<int>("control");
     QTest::addColumn<QStringList>("expected");
@@ -860,7 +860,7 @@ void tst_ScrollBarSkin::action_data()
     QTest::newRow("no part") << 0 << QStringList{};
 }
 
-void tst_ScrollBarSkin::action()
+void TestScrollBarSkin::action()
 {
     QFETCH(int, control);
     QFETCH(QStringList, expected);
@@ -878,7 +878,7 @@ void tst_ScrollBarSkin::action()
     QCOMPARE(int(loose.bar.pressedControl), int(None));
 }
 
-void tst_ScrollBarSkin::actionAtTheEnd_data()
+void TestScrollBarSkin::actionAtTheEnd_data()
 {
     QTest::addColumn<int>("control");
     QTest::addColumn<int>("value");
@@ -893,7 +893,7 @@ void tst_ScrollBarSkin::actionAtTheEnd_data()
     QTest::newRow("SubPage at the start") << int(SubPage) << 0 << QStringList{"prevPage()"};
 }
 
-void tst_ScrollBarSkin::actionAtTheEnd()
+void TestScrollBarSkin::actionAtTheEnd()
 {
     QFETCH(int, control);
     QFETCH(int, value);
@@ -906,7 +906,7 @@ void tst_ScrollBarSkin::actionAtTheEnd()
     QCOMPARE(recorder.take(), expected);
 }
 
-void tst_ScrollBarSkin::resizing()
+void TestScrollBarSkin::resizing()
 {
     BarStage stage;
     QVERIFY(stage.begin(40));
@@ -929,7 +929,7 @@ void tst_ScrollBarSkin::resizing()
 }
 
 // What every widget of this toolkit does when it is resized.
-void tst_ScrollBarSkin::resizingUpdatesTheMask()
+void TestScrollBarSkin::resizingUpdatesTheMask()
 {
     class MaskedBar : public Bar
     {
@@ -947,6 +947,6 @@ void tst_ScrollBarSkin::resizingUpdatesTheMask()
     QCOMPARE(bar.updates, 1);
 }
 
-QTEST_MAIN(tst_ScrollBarSkin)
+QTEST_MAIN(TestScrollBarSkin)
 
 #include "tst_scrollbarskin.moc"

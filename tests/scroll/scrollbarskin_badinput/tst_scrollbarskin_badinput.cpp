@@ -236,7 +236,7 @@ void exercise(Bar& bar)
 
 } // namespace
 
-class tst_ScrollBarSkinBadInput : public QObject
+class TestScrollBarSkinBadInput : public QObject
 {
     Q_OBJECT
 
@@ -282,7 +282,7 @@ private:
     std::unique_ptr<Messages> messages;
 };
 
-void tst_ScrollBarSkinBadInput::receiverDeletes_data()
+void TestScrollBarSkinBadInput::receiverDeletes_data()
 {
     QTest::addColumn<int>("index");
     QTest::addColumn<int>("victim");
@@ -293,7 +293,7 @@ void tst_ScrollBarSkinBadInput::receiverDeletes_data()
                 << i << int(victim);
 }
 
-void tst_ScrollBarSkinBadInput::receiverDeletes()
+void TestScrollBarSkinBadInput::receiverDeletes()
 {
     QFETCH(int, index);
     QFETCH(int, victim);
@@ -313,12 +313,12 @@ void tst_ScrollBarSkinBadInput::receiverDeletes()
         QVERIFY(scene.window->settle());
 }
 
-void tst_ScrollBarSkinBadInput::receiverHides_data()
+void TestScrollBarSkinBadInput::receiverHides_data()
 {
     actionRows();
 }
 
-void tst_ScrollBarSkinBadInput::receiverHides()
+void TestScrollBarSkinBadInput::receiverHides()
 {
     QFETCH(int, index);
     Scene scene;
@@ -336,13 +336,13 @@ void tst_ScrollBarSkinBadInput::receiverHides()
     QCOMPARE(bar.value(), value);
 }
 
-void tst_ScrollBarSkinBadInput::receiverReleases_data()
+void TestScrollBarSkinBadInput::receiverReleases_data()
 {
     actionRows();
 }
 
 // As in a dialog that a receiver opens, in which the stylus is lifted.
-void tst_ScrollBarSkinBadInput::receiverReleases()
+void TestScrollBarSkinBadInput::receiverReleases()
 {
     QFETCH(int, index);
     Scene scene;
@@ -355,7 +355,7 @@ void tst_ScrollBarSkinBadInput::receiverReleases()
     verifySound(bar);
 }
 
-void tst_ScrollBarSkinBadInput::receiverChangesEverything_data()
+void TestScrollBarSkinBadInput::receiverChangesEverything_data()
 {
     QTest::addColumn<int>("index");
     QTest::addColumn<int>("change");
@@ -366,7 +366,7 @@ void tst_ScrollBarSkinBadInput::receiverChangesEverything_data()
                 << i << change;
 }
 
-void tst_ScrollBarSkinBadInput::receiverChangesEverything()
+void TestScrollBarSkinBadInput::receiverChangesEverything()
 {
     QFETCH(int, index);
     QFETCH(int, change);
@@ -407,7 +407,7 @@ void tst_ScrollBarSkinBadInput::receiverChangesEverything()
     QVERIFY(scene.window->settle());
 }
 
-void tst_ScrollBarSkinBadInput::receiverSetsAnotherValueWhileDragged()
+void TestScrollBarSkinBadInput::receiverSetsAnotherValueWhileDragged()
 {
     Scene scene;
     QVERIFY(scene.begin());
@@ -423,7 +423,7 @@ void tst_ScrollBarSkinBadInput::receiverSetsAnotherValueWhileDragged()
     QCOMPARE(scene.bar->sliderPos, 27);
 }
 
-void tst_ScrollBarSkinBadInput::receiverSetsAnotherValueAtRelease()
+void TestScrollBarSkinBadInput::receiverSetsAnotherValueAtRelease()
 {
     Scene scene;
     QVERIFY(scene.begin());
@@ -438,7 +438,7 @@ void tst_ScrollBarSkinBadInput::receiverSetsAnotherValueAtRelease()
     QCOMPARE(scene.bar->sliderPos, 27);
 }
 
-void tst_ScrollBarSkinBadInput::receiverStopsTheRepeating()
+void TestScrollBarSkinBadInput::receiverStopsTheRepeating()
 {
     Scene scene;
     QVERIFY(scene.begin());
@@ -449,7 +449,7 @@ void tst_ScrollBarSkinBadInput::receiverStopsTheRepeating()
     QCOMPARE(scene.bar->value(), 36);
 }
 
-void tst_ScrollBarSkinBadInput::receiverPressesAgain()
+void TestScrollBarSkinBadInput::receiverPressesAgain()
 {
     Scene scene;
     QVERIFY(scene.begin());
@@ -465,7 +465,7 @@ void tst_ScrollBarSkinBadInput::receiverPressesAgain()
     QVERIFY(scene.bar->findChildren<QTimer*>().isEmpty());
 }
 
-void tst_ScrollBarSkinBadInput::deletedWhileRepeating()
+void TestScrollBarSkinBadInput::deletedWhileRepeating()
 {
     Scene scene;
     QVERIFY(scene.begin());
@@ -476,14 +476,14 @@ void tst_ScrollBarSkinBadInput::deletedWhileRepeating()
     QVERIFY(timer.isNull());
 }
 
-void tst_ScrollBarSkinBadInput::sizes_data()
+void TestScrollBarSkinBadInput::sizes_data()
 {
     QTest::addColumn<int>("width");
     for (const int width : {0, 1, 2, 3, 5, 19, 20, 21, 60, 500})
         QTest::addRow("width %d", width) << width;
 }
 
-void tst_ScrollBarSkinBadInput::sizes()
+void TestScrollBarSkinBadInput::sizes()
 {
     QFETCH(int, width);
     Window window;
@@ -505,7 +505,7 @@ void tst_ScrollBarSkinBadInput::sizes()
     }
 }
 
-void tst_ScrollBarSkinBadInput::ranges_data()
+void TestScrollBarSkinBadInput::ranges_data()
 {
     QTest::addColumn<int>("minimum");
     QTest::addColumn<int>("maximum");
@@ -515,7 +515,7 @@ void tst_ScrollBarSkinBadInput::ranges_data()
             QTest::addRow("%d to %d", minimum, maximum) << minimum << maximum;
 }
 
-void tst_ScrollBarSkinBadInput::ranges()
+void TestScrollBarSkinBadInput::ranges()
 {
     QFETCH(int, minimum);
     QFETCH(int, maximum);
@@ -537,14 +537,14 @@ void tst_ScrollBarSkinBadInput::ranges()
     exercise(bar);
 }
 
-void tst_ScrollBarSkinBadInput::steps_data()
+void TestScrollBarSkinBadInput::steps_data()
 {
     QTest::addColumn<int>("step");
     for (const int step : {lowest, lowest + 1, -1, 0, 1, highest})
         QTest::addRow("%d", step) << step;
 }
 
-void tst_ScrollBarSkinBadInput::steps()
+void TestScrollBarSkinBadInput::steps()
 {
     QFETCH(int, step);
     BarStage stage;
@@ -561,7 +561,7 @@ void tst_ScrollBarSkinBadInput::steps()
     exercise(stage.bar);
 }
 
-void tst_ScrollBarSkinBadInput::veryHighBar_data()
+void TestScrollBarSkinBadInput::veryHighBar_data()
 {
     QTest::addColumn<bool>("oneValue");
     QTest::newRow("short thumb") << false;
@@ -569,7 +569,7 @@ void tst_ScrollBarSkinBadInput::veryHighBar_data()
 }
 
 // A bar as high as a widget can be holds pictures of some megabytes only. Its parts work as in any other.
-void tst_ScrollBarSkinBadInput::veryHighBar()
+void TestScrollBarSkinBadInput::veryHighBar()
 {
     QFETCH(bool, oneValue);
     BarStage stage;
@@ -589,7 +589,7 @@ void tst_ScrollBarSkinBadInput::veryHighBar()
     exercise(bar);
 }
 
-void tst_ScrollBarSkinBadInput::farPositions()
+void TestScrollBarSkinBadInput::farPositions()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -605,14 +605,14 @@ void tst_ScrollBarSkinBadInput::farPositions()
     }
 }
 
-void tst_ScrollBarSkinBadInput::unknownControls_data()
+void TestScrollBarSkinBadInput::unknownControls_data()
 {
     QTest::addColumn<int>("control");
     for (const int control : {0x00, 0x03, 0x41, 0x7f, 0xff})
         QTest::addRow("%d", control) << control;
 }
 
-void tst_ScrollBarSkinBadInput::unknownControls()
+void TestScrollBarSkinBadInput::unknownControls()
 {
     QFETCH(int, control);
     BarStage stage;
@@ -629,7 +629,7 @@ void tst_ScrollBarSkinBadInput::unknownControls()
     QCOMPARE(stage.bar.value(), 30);
 }
 
-void tst_ScrollBarSkinBadInput::constructorNumbers_data()
+void TestScrollBarSkinBadInput::constructorNumbers_data()
 {
     QTest::addColumn<QList<int>>("given");
     QTest::newRow("least") << QList<int>{lowest, lowest, lowest, lowest, lowest};
@@ -639,7 +639,7 @@ void tst_ScrollBarSkinBadInput::constructorNumbers_data()
     QTest::newRow("all 0") << QList<int>{0, 0, 0, 0, 0};
 }
 
-void tst_ScrollBarSkinBadInput::constructorNumbers()
+void TestScrollBarSkinBadInput::constructorNumbers()
 {
     QFETCH(QList<int>, given);
     Window window;
@@ -652,7 +652,7 @@ void tst_ScrollBarSkinBadInput::constructorNumbers()
     exercise(bar);
 }
 
-void tst_ScrollBarSkinBadInput::withoutWindow()
+void TestScrollBarSkinBadInput::withoutWindow()
 {
     Bar bar;
     exercise(bar);
@@ -663,6 +663,6 @@ void tst_ScrollBarSkinBadInput::withoutWindow()
     exercise(sized);
 }
 
-QTEST_MAIN(tst_ScrollBarSkinBadInput)
+QTEST_MAIN(TestScrollBarSkinBadInput)
 
 #include "tst_scrollbarskin_badinput.moc"

@@ -96,7 +96,7 @@ protected:
 
 } // namespace
 
-class tst_ScrollBarSkinInput : public QObject
+class TestScrollBarSkinInput : public QObject
 {
     Q_OBJECT
 
@@ -177,7 +177,7 @@ private:
     std::unique_ptr<Messages> messages;
 };
 
-void tst_ScrollBarSkinInput::pressWithOneValue_data()
+void TestScrollBarSkinInput::pressWithOneValue_data()
 {
     QTest::addColumn<QPoint>("at");
     QTest::newRow("top button") << onSubLine;
@@ -186,7 +186,7 @@ void tst_ScrollBarSkinInput::pressWithOneValue_data()
     QTest::newRow("outside") << outside;
 }
 
-void tst_ScrollBarSkinInput::pressWithOneValue()
+void TestScrollBarSkinInput::pressWithOneValue()
 {
     QFETCH(QPoint, at);
     BarStage stage;
@@ -204,7 +204,7 @@ void tst_ScrollBarSkinInput::pressWithOneValue()
     QCOMPARE(Bar::sliderStartPos, start);
 }
 
-void tst_ScrollBarSkinInput::press_data()
+void TestScrollBarSkinInput::press_data()
 {
     QTest::addColumn<QPoint>("at");
     QTest::addColumn<int>("control");
@@ -222,7 +222,7 @@ void tst_ScrollBarSkinInput::press_data()
                                      << QStringList{"nextPage()", "paint 6,50 8x40", "valueChanged(50)"};
 }
 
-void tst_ScrollBarSkinInput::press()
+void TestScrollBarSkinInput::press()
 {
     QFETCH(QPoint, at);
     QFETCH(int, control);
@@ -237,7 +237,7 @@ void tst_ScrollBarSkinInput::press()
     QCOMPARE(stage.bar.repeater->interval(), 500);
 }
 
-void tst_ScrollBarSkinInput::pressOnTheThumb_data()
+void TestScrollBarSkinInput::pressOnTheThumb_data()
 {
     QTest::addColumn<QPoint>("at");
     QTest::addColumn<int>("offset");
@@ -247,7 +247,7 @@ void tst_ScrollBarSkinInput::pressOnTheThumb_data()
     QTest::newRow("beside its picture") << QPoint(0, 55) << 5;
 }
 
-void tst_ScrollBarSkinInput::pressOnTheThumb()
+void TestScrollBarSkinInput::pressOnTheThumb()
 {
     QFETCH(QPoint, at);
     QFETCH(int, offset);
@@ -264,7 +264,7 @@ void tst_ScrollBarSkinInput::pressOnTheThumb()
     QVERIFY(!hasTimer(stage.bar));
 }
 
-void tst_ScrollBarSkinInput::pressOutside()
+void TestScrollBarSkinInput::pressOutside()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -280,7 +280,7 @@ void tst_ScrollBarSkinInput::pressOutside()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollBarSkinInput::pressAtTheEnd()
+void TestScrollBarSkinInput::pressAtTheEnd()
 {
     BarStage stage;
     QVERIFY(stage.begin(80));
@@ -294,7 +294,7 @@ void tst_ScrollBarSkinInput::pressAtTheEnd()
     QCOMPARE(stage.take(), (QStringList{"paint 0,120 20x20", "prevLine()", "paint 0,0 20x20"}));
 }
 
-void tst_ScrollBarSkinInput::everyButtonPresses_data()
+void TestScrollBarSkinInput::everyButtonPresses_data()
 {
     QTest::addColumn<int>("button");
     QTest::newRow("left") << int(Qt::LeftButton);
@@ -304,7 +304,7 @@ void tst_ScrollBarSkinInput::everyButtonPresses_data()
     QTest::newRow("none: the stylus") << int(Qt::NoButton);
 }
 
-void tst_ScrollBarSkinInput::everyButtonPresses()
+void TestScrollBarSkinInput::everyButtonPresses()
 {
     QFETCH(int, button);
     BarStage stage;
@@ -320,7 +320,7 @@ void tst_ScrollBarSkinInput::everyButtonPresses()
              (QStringList{"nextPage()", "valueChanged(50)", "sliderPressed()", "sliderReleased()"}));
 }
 
-void tst_ScrollBarSkinInput::doubleClickPresses()
+void TestScrollBarSkinInput::doubleClickPresses()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -333,7 +333,7 @@ void tst_ScrollBarSkinInput::doubleClickPresses()
 }
 
 // A second button goes down before the first is let go: the later press counts.
-void tst_ScrollBarSkinInput::secondPress()
+void TestScrollBarSkinInput::secondPress()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -351,7 +351,7 @@ void tst_ScrollBarSkinInput::secondPress()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollBarSkinInput::stateInSignals()
+void TestScrollBarSkinInput::stateInSignals()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -377,7 +377,7 @@ void tst_ScrollBarSkinInput::stateInSignals()
                                   "sliderReleased(): 0 128 33 0", "paint 6,53 8x20: 0 128 33 0"}));
 }
 
-void tst_ScrollBarSkinInput::startPositionIsShared()
+void TestScrollBarSkinInput::startPositionIsShared()
 {
     BarStage one;
     BarStage other;
@@ -393,7 +393,7 @@ void tst_ScrollBarSkinInput::startPositionIsShared()
     QCOMPARE(Bar::sliderStartPos, 30);
 }
 
-void tst_ScrollBarSkinInput::drag()
+void TestScrollBarSkinInput::drag()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -419,7 +419,7 @@ void tst_ScrollBarSkinInput::drag()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollBarSkinInput::dragBackAndForth()
+void TestScrollBarSkinInput::dragBackAndForth()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -436,7 +436,7 @@ void tst_ScrollBarSkinInput::dragBackAndForth()
         QCOMPARE(values[i], values[i + 1]);
 }
 
-void tst_ScrollBarSkinInput::dragWithinAPixel()
+void TestScrollBarSkinInput::dragWithinAPixel()
 {
     BarStage stage;
     stage.bar.setRange(0, 8000);
@@ -456,7 +456,7 @@ void tst_ScrollBarSkinInput::dragWithinAPixel()
 }
 
 // 20 pixels a value: the thumb follows in steps, and the hit test is made all the same.
-void tst_ScrollBarSkinInput::dragWithinAValue()
+void TestScrollBarSkinInput::dragWithinAValue()
 {
     BarStage stage;
     stage.bar.setSteps(1, 1);
@@ -481,7 +481,7 @@ void tst_ScrollBarSkinInput::dragWithinAValue()
     QCOMPARE(stage.bar.sliderPos, 80);
 }
 
-void tst_ScrollBarSkinInput::dragBeyondTheEnds_data()
+void TestScrollBarSkinInput::dragBeyondTheEnds_data()
 {
     QTest::addColumn<int>("y");
     QTest::addColumn<int>("value");
@@ -496,7 +496,7 @@ void tst_ScrollBarSkinInput::dragBeyondTheEnds_data()
     QTest::newRow("far below") << highest << 80 << "6,50 8x70";
 }
 
-void tst_ScrollBarSkinInput::dragBeyondTheEnds()
+void TestScrollBarSkinInput::dragBeyondTheEnds()
 {
     QFETCH(int, y);
     QFETCH(int, value);
@@ -516,7 +516,7 @@ void tst_ScrollBarSkinInput::dragBeyondTheEnds()
 }
 
 // Intended: on the thumb the part under the stylus is the pressed one, so the repeating starts; a thumb has no step.
-void tst_ScrollBarSkinInput::dragStartsATimerThatDoesNothing()
+void TestScrollBarSkinInput::dragStartsATimerThatDoesNothing()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -541,7 +541,7 @@ void tst_ScrollBarSkinInput::dragStartsATimerThatDoesNothing()
     QVERIFY(!hasTimer(stage.bar));
 }
 
-void tst_ScrollBarSkinInput::dragOfFarValues()
+void TestScrollBarSkinInput::dragOfFarValues()
 {
     BarStage stage;
     stage.bar.setRange(lowest, highest);
@@ -557,7 +557,7 @@ void tst_ScrollBarSkinInput::dragOfFarValues()
     QCOMPARE(stage.bar.value(), lowest);
 }
 
-void tst_ScrollBarSkinInput::dragFollowsNewRange()
+void TestScrollBarSkinInput::dragFollowsNewRange()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -570,7 +570,7 @@ void tst_ScrollBarSkinInput::dragFollowsNewRange()
     QCOMPARE(stage.take().filter("("), (QStringList{"valueChanged(18)", "valueChanged(18)"}));
 }
 
-void tst_ScrollBarSkinInput::stray_data()
+void TestScrollBarSkinInput::stray_data()
 {
     QTest::addColumn<QString>("style");
     QTest::addColumn<int>("distance");
@@ -595,7 +595,7 @@ void tst_ScrollBarSkinInput::stray_data()
     row("another style, distance 0", "fusion", 0, {20, 90}, false);
 }
 
-void tst_ScrollBarSkinInput::stray()
+void TestScrollBarSkinInput::stray()
 {
     QFETCH(QString, style);
     QFETCH(int, distance);
@@ -617,7 +617,7 @@ void tst_ScrollBarSkinInput::stray()
     QCOMPARE(int(stage.bar.pressedControl), int(Slider));
 }
 
-void tst_ScrollBarSkinInput::strayAndReturn()
+void TestScrollBarSkinInput::strayAndReturn()
 {
     // The style itself, with the distance that it has.
     const std::unique_ptr<QStyle> windows(QStyleFactory::create("windows"));
@@ -641,7 +641,7 @@ void tst_ScrollBarSkinInput::strayAndReturn()
 }
 
 // Intended: the place is shared, so that grabbing another bar's thumb moves it.
-void tst_ScrollBarSkinInput::strayToTheSharedStart()
+void TestScrollBarSkinInput::strayToTheSharedStart()
 {
     StrayStyle stray("windows", 30);
     BarStage one;
@@ -655,7 +655,7 @@ void tst_ScrollBarSkinInput::strayToTheSharedStart()
     QCOMPARE(one.bar.value(), 10);
 }
 
-void tst_ScrollBarSkinInput::strayStartIsClamped()
+void TestScrollBarSkinInput::strayStartIsClamped()
 {
     StrayStyle stray("windows", 30);
     BarStage stage;
@@ -670,7 +670,7 @@ void tst_ScrollBarSkinInput::strayStartIsClamped()
     }
 }
 
-void tst_ScrollBarSkinInput::moveWithoutPress()
+void TestScrollBarSkinInput::moveWithoutPress()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -686,7 +686,7 @@ void tst_ScrollBarSkinInput::moveWithoutPress()
     QVERIFY(!hasTimer(stage.bar));
 }
 
-void tst_ScrollBarSkinInput::moveOfAHiddenBar()
+void TestScrollBarSkinInput::moveOfAHiddenBar()
 {
     BarStage stage;
     stage.bar.setValue(30);
@@ -711,7 +711,7 @@ void tst_ScrollBarSkinInput::moveOfAHiddenBar()
     QCOMPARE(stage.bar.value(), 33);
 }
 
-void tst_ScrollBarSkinInput::slideOffAndBack_data()
+void TestScrollBarSkinInput::slideOffAndBack_data()
 {
     QTest::addColumn<QPoint>("at");
     QTest::addColumn<QPoint>("off");
@@ -726,7 +726,7 @@ void tst_ScrollBarSkinInput::slideOffAndBack_data()
                                      << QStringList{"prevPage()", "paint 6,20 8x30", "valueChanged(0)"};
 }
 
-void tst_ScrollBarSkinInput::slideOffAndBack()
+void TestScrollBarSkinInput::slideOffAndBack()
 {
     QFETCH(QPoint, at);
     QFETCH(QPoint, off);
@@ -756,7 +756,7 @@ void tst_ScrollBarSkinInput::slideOffAndBack()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollBarSkinInput::slideToAnotherPart()
+void TestScrollBarSkinInput::slideToAnotherPart()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -773,7 +773,7 @@ void tst_ScrollBarSkinInput::slideToAnotherPart()
 }
 
 // Outside is a part like any other, only that it has no step.
-void tst_ScrollBarSkinInput::pressOutsideThenMoveOnto()
+void TestScrollBarSkinInput::pressOutsideThenMoveOnto()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -789,7 +789,7 @@ void tst_ScrollBarSkinInput::pressOutsideThenMoveOnto()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollBarSkinInput::moveOnThePart()
+void TestScrollBarSkinInput::moveOnThePart()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -804,7 +804,7 @@ void tst_ScrollBarSkinInput::moveOnThePart()
     QCOMPARE(timer->interval(), 50);
 }
 
-void tst_ScrollBarSkinInput::releaseWithoutPress()
+void TestScrollBarSkinInput::releaseWithoutPress()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -817,7 +817,7 @@ void tst_ScrollBarSkinInput::releaseWithoutPress()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollBarSkinInput::release_data()
+void TestScrollBarSkinInput::release_data()
 {
     QTest::addColumn<QPoint>("at");
     QTest::addColumn<QPoint>("where");
@@ -834,7 +834,7 @@ void tst_ScrollBarSkinInput::release_data()
     rows("thumb", onThumb, {"sliderReleased()", "paint 6,50 8x20"});
 }
 
-void tst_ScrollBarSkinInput::release()
+void TestScrollBarSkinInput::release()
 {
     QFETCH(QPoint, at);
     QFETCH(QPoint, where);
@@ -853,7 +853,7 @@ void tst_ScrollBarSkinInput::release()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollBarSkinInput::releaseMovesOnceMore()
+void TestScrollBarSkinInput::releaseMovesOnceMore()
 {
     Window window;
     HandlerBar bar(&window);
@@ -868,7 +868,7 @@ void tst_ScrollBarSkinInput::releaseMovesOnceMore()
 }
 
 // Intended: a way between the last move and the release is not followed.
-void tst_ScrollBarSkinInput::releaseIgnoresTheLastWay()
+void TestScrollBarSkinInput::releaseIgnoresTheLastWay()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -882,7 +882,7 @@ void tst_ScrollBarSkinInput::releaseIgnoresTheLastWay()
 }
 
 // Several values share a pixel; letting the thumb go takes the one that its place stands for.
-void tst_ScrollBarSkinInput::releaseTakesTheThumbsValue()
+void TestScrollBarSkinInput::releaseTakesTheThumbsValue()
 {
     BarStage stage;
     stage.bar.setSteps(3, 2000);
@@ -901,7 +901,7 @@ void tst_ScrollBarSkinInput::releaseTakesTheThumbsValue()
     QCOMPARE(stage.bar.sliderPos, 50);
 }
 
-void tst_ScrollBarSkinInput::releaseAfterADrag()
+void TestScrollBarSkinInput::releaseAfterADrag()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -915,7 +915,7 @@ void tst_ScrollBarSkinInput::releaseAfterADrag()
     QCOMPARE(stage.bar.prevValue(), 50);
 }
 
-void tst_ScrollBarSkinInput::autoRepeatTimer()
+void TestScrollBarSkinInput::autoRepeatTimer()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -930,12 +930,12 @@ void tst_ScrollBarSkinInput::autoRepeatTimer()
     QCOMPARE(stage.bar.findChildren<QTimer*>().size(), 1);
 }
 
-void tst_ScrollBarSkinInput::autoRepeat_data()
+void TestScrollBarSkinInput::autoRepeat_data()
 {
     press_data();
 }
 
-void tst_ScrollBarSkinInput::autoRepeat()
+void TestScrollBarSkinInput::autoRepeat()
 {
     QFETCH(QPoint, at);
     QFETCH(QStringList, expected);
@@ -957,7 +957,7 @@ void tst_ScrollBarSkinInput::autoRepeat()
     }
 }
 
-void tst_ScrollBarSkinInput::autoRepeatInTime()
+void TestScrollBarSkinInput::autoRepeatInTime()
 {
     BarStage stage;
     stage.bar.setRange(0, 1000000);
@@ -979,7 +979,7 @@ void tst_ScrollBarSkinInput::autoRepeatInTime()
 }
 
 // Intended: only a move of the stylus looks where it is.
-void tst_ScrollBarSkinInput::autoRepeatPastThePointer()
+void TestScrollBarSkinInput::autoRepeatPastThePointer()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -995,7 +995,7 @@ void tst_ScrollBarSkinInput::autoRepeatPastThePointer()
 }
 
 // What the step asks other widgets to paint is on the display before the next one.
-void tst_ScrollBarSkinInput::autoRepeatFlushesTheDisplay()
+void TestScrollBarSkinInput::autoRepeatFlushesTheDisplay()
 {
     BarStage stage;
     Witness contents(&stage.window);
@@ -1010,7 +1010,7 @@ void tst_ScrollBarSkinInput::autoRepeatFlushesTheDisplay()
 }
 
 // A receiver may open a dialog; the steps that come meanwhile do not pile up one in another.
-void tst_ScrollBarSkinInput::autoRepeatInALoopOfItsOwn()
+void TestScrollBarSkinInput::autoRepeatInALoopOfItsOwn()
 {
     BarStage stage;
     stage.bar.setRange(0, 1000000);
@@ -1035,7 +1035,7 @@ void tst_ScrollBarSkinInput::autoRepeatInALoopOfItsOwn()
     bartest::release(&stage.bar, onAddLine);
 }
 
-void tst_ScrollBarSkinInput::startAutoRepeatTwice()
+void TestScrollBarSkinInput::startAutoRepeatTwice()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -1052,7 +1052,7 @@ void tst_ScrollBarSkinInput::startAutoRepeatTwice()
     QCOMPARE(stage.take().filter("("), (QStringList{"nextLine()", "valueChanged(39)"}));
 }
 
-void tst_ScrollBarSkinInput::stopAutoRepeat()
+void TestScrollBarSkinInput::stopAutoRepeat()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -1067,7 +1067,7 @@ void tst_ScrollBarSkinInput::stopAutoRepeat()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollBarSkinInput::repeatWithoutPress()
+void TestScrollBarSkinInput::repeatWithoutPress()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -1081,7 +1081,7 @@ void tst_ScrollBarSkinInput::repeatWithoutPress()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollBarSkinInput::repeatWithoutTimer()
+void TestScrollBarSkinInput::repeatWithoutTimer()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -1093,7 +1093,7 @@ void tst_ScrollBarSkinInput::repeatWithoutTimer()
     QVERIFY(!hasTimer(stage.bar));
 }
 
-void tst_ScrollBarSkinInput::slowPaintIsOneStep()
+void TestScrollBarSkinInput::slowPaintIsOneStep()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -1113,7 +1113,7 @@ void tst_ScrollBarSkinInput::slowPaintIsOneStep()
     QCOMPARE(stage.bar.value(), 33);
 }
 
-void tst_ScrollBarSkinInput::hidingEndsThePress_data()
+void TestScrollBarSkinInput::hidingEndsThePress_data()
 {
     QTest::addColumn<QPoint>("at");
     QTest::addColumn<bool>("whole");
@@ -1123,7 +1123,7 @@ void tst_ScrollBarSkinInput::hidingEndsThePress_data()
     QTest::newRow("thumb") << onThumb << false;
 }
 
-void tst_ScrollBarSkinInput::hidingEndsThePress()
+void TestScrollBarSkinInput::hidingEndsThePress()
 {
     QFETCH(QPoint, at);
     QFETCH(bool, whole);
@@ -1147,7 +1147,7 @@ void tst_ScrollBarSkinInput::hidingEndsThePress()
 }
 
 // A bar that has nothing to do with a press keeps it from the widgets beneath all the same.
-void tst_ScrollBarSkinInput::inputIsNotPassedOn()
+void TestScrollBarSkinInput::inputIsNotPassedOn()
 {
     InputCounter window;
     Bar bar(&window);
@@ -1168,7 +1168,7 @@ void tst_ScrollBarSkinInput::inputIsNotPassedOn()
     QCOMPARE(window.others, 0);
 }
 
-void tst_ScrollBarSkinInput::wheelAndKeysAreLeftToTheParent()
+void TestScrollBarSkinInput::wheelAndKeysAreLeftToTheParent()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -1185,6 +1185,6 @@ void tst_ScrollBarSkinInput::wheelAndKeysAreLeftToTheParent()
     QCOMPARE(stage.bar.value(), 30);
 }
 
-QTEST_MAIN(tst_ScrollBarSkinInput)
+QTEST_MAIN(TestScrollBarSkinInput)
 
 #include "tst_scrollbarskin_input.moc"

@@ -86,7 +86,7 @@ QImage shown(QWidget& widget)
 
 } // namespace
 
-class tst_ScrollBarSkinPainting : public QObject
+class TestScrollBarSkinPainting : public QObject
 {
     Q_OBJECT
 
@@ -164,7 +164,7 @@ private:
     std::unique_ptr<Messages> messages;
 };
 
-void tst_ScrollBarSkinPainting::composeTrough_data()
+void TestScrollBarSkinPainting::composeTrough_data()
 {
     QTest::addColumn<int>("height");
     for (int height = 8; height <= 40; ++height)
@@ -172,7 +172,7 @@ void tst_ScrollBarSkinPainting::composeTrough_data()
     QTest::addRow("%d rows", 1000) << 1000;
 }
 
-void tst_ScrollBarSkinPainting::composeTrough()
+void TestScrollBarSkinPainting::composeTrough()
 {
     QFETCH(int, height);
     COMPARE_PICTURES(skinwidgets::composeTrough(troughPieces(), height), toldTrough(troughPieces(), height));
@@ -183,7 +183,7 @@ void tst_ScrollBarSkinPainting::composeTrough()
     COMPARE_PICTURES(trough.copy(0, height - 8, 5, 8), pieces.bottom);
 }
 
-void tst_ScrollBarSkinPainting::composeTroughOfOddPieces_data()
+void TestScrollBarSkinPainting::composeTroughOfOddPieces_data()
 {
     QTest::addColumn<QList<int>>("heights");
     QTest::addColumn<int>("height");
@@ -197,7 +197,7 @@ void tst_ScrollBarSkinPainting::composeTroughOfOddPieces_data()
     QTest::newRow("as high as the top cap") << QList<int>{5, 3, 5} << 5;
 }
 
-void tst_ScrollBarSkinPainting::composeTroughOfOddPieces()
+void TestScrollBarSkinPainting::composeTroughOfOddPieces()
 {
     QFETCH(QList<int>, heights);
     QFETCH(int, height);
@@ -212,14 +212,14 @@ void tst_ScrollBarSkinPainting::composeTroughOfOddPieces()
     QVERIFY(skinwidgets::composeTrough(pieces, -1).isNull());
 }
 
-void tst_ScrollBarSkinPainting::composeThumb_data()
+void TestScrollBarSkinPainting::composeThumb_data()
 {
     QTest::addColumn<int>("length");
     for (int length = 1; length <= 40; ++length)
         QTest::addRow("%d rows", length) << length;
 }
 
-void tst_ScrollBarSkinPainting::composeThumb()
+void TestScrollBarSkinPainting::composeThumb()
 {
     QFETCH(int, length);
     const auto [idle, dragged] = skinwidgets::composeThumbs(thumbPieces("normal"), thumbPieces("focus"), length);
@@ -229,7 +229,7 @@ void tst_ScrollBarSkinPainting::composeThumb()
     COMPARE_PICTURES(skinwidgets::composeThumbs(pieces, pieces, length).first, toldThumb(clear(5, length), pieces, 5));
 }
 
-void tst_ScrollBarSkinPainting::composeThumbOfOddPieces_data()
+void TestScrollBarSkinPainting::composeThumbOfOddPieces_data()
 {
     QTest::addColumn<QList<int>>("normal");
     QTest::addColumn<QList<int>>("focus");
@@ -245,7 +245,7 @@ void tst_ScrollBarSkinPainting::composeThumbOfOddPieces_data()
     QTest::newRow("without a top cap") << QList<int>{0, 3, 4} << QList<int>{3, 3, 3};
 }
 
-void tst_ScrollBarSkinPainting::composeThumbOfOddPieces()
+void TestScrollBarSkinPainting::composeThumbOfOddPieces()
 {
     QFETCH(QList<int>, normal);
     QFETCH(QList<int>, focus);
@@ -273,7 +273,7 @@ void tst_ScrollBarSkinPainting::composeThumbOfOddPieces()
 }
 
 // The centre stops two caps above the end, so that five rows stay transparent.
-void tst_ScrollBarSkinPainting::thumbRowsBelowTheCap()
+void TestScrollBarSkinPainting::thumbRowsBelowTheCap()
 {
     BarStage stage;
     QVERIFY(stage.begin(0));
@@ -293,7 +293,7 @@ void tst_ScrollBarSkinPainting::thumbRowsBelowTheCap()
     COMPARE_PICTURES(stage.bar.thumbPressedImage.copy(0, 5, 8, 5), builtin("scroll_thumb_bottom_focus"));
 }
 
-void tst_ScrollBarSkinPainting::wholePicture_data()
+void TestScrollBarSkinPainting::wholePicture_data()
 {
     QTest::addColumn<int>("height");
     QTest::addColumn<int>("value");
@@ -309,7 +309,7 @@ void tst_ScrollBarSkinPainting::wholePicture_data()
         QTest::addRow("alpha %d", alpha) << 140 << 50 << int(Slider) << alpha;
 }
 
-void tst_ScrollBarSkinPainting::wholePicture()
+void TestScrollBarSkinPainting::wholePicture()
 {
     QFETCH(int, height);
     QFETCH(int, value);
@@ -334,14 +334,14 @@ void tst_ScrollBarSkinPainting::wholePicture()
     COMPARE_PICTURES(shown(bar), expected);
 }
 
-void tst_ScrollBarSkinPainting::troughImage_data()
+void TestScrollBarSkinPainting::troughImage_data()
 {
     QTest::addColumn<int>("height");
     for (const int height : {48, 55, 56, 57, 58, 59, 140, 141, 142})
         QTest::addRow("%d rows", height) << height;
 }
 
-void tst_ScrollBarSkinPainting::troughImage()
+void TestScrollBarSkinPainting::troughImage()
 {
     QFETCH(int, height);
     BarStage stage;
@@ -350,14 +350,14 @@ void tst_ScrollBarSkinPainting::troughImage()
     COMPARE_PICTURES(stage.bar.troughImage, toldTrough(troughPieces(), height - 40));
 }
 
-void tst_ScrollBarSkinPainting::troughNeedsItsCap_data()
+void TestScrollBarSkinPainting::troughNeedsItsCap_data()
 {
     QTest::addColumn<int>("height");
     for (const int height : {47, 41, 40, 39, 20, 1, 0})
         QTest::addRow("%d rows", height) << height;
 }
 
-void tst_ScrollBarSkinPainting::troughNeedsItsCap()
+void TestScrollBarSkinPainting::troughNeedsItsCap()
 {
     QFETCH(int, height);
     BarStage stage;
@@ -371,7 +371,7 @@ void tst_ScrollBarSkinPainting::troughNeedsItsCap()
     QCOMPARE(stage.take().filter("redrawImage").size(), 4);
 }
 
-void tst_ScrollBarSkinPainting::thumbImages_data()
+void TestScrollBarSkinPainting::thumbImages_data()
 {
     QTest::addColumn<int>("maximum");
     QTest::addColumn<int>("page");
@@ -384,7 +384,7 @@ void tst_ScrollBarSkinPainting::thumbImages_data()
     QTest::newRow("whole trough") << 0 << 20;
 }
 
-void tst_ScrollBarSkinPainting::thumbImages()
+void TestScrollBarSkinPainting::thumbImages()
 {
     QFETCH(int, maximum);
     QFETCH(int, page);
@@ -400,7 +400,7 @@ void tst_ScrollBarSkinPainting::thumbImages()
 }
 
 // Where each picture gets its background from; the trough's place is that of the top button, which is intended.
-void tst_ScrollBarSkinPainting::composedOverTheBackground()
+void TestScrollBarSkinPainting::composedOverTheBackground()
 {
     BarStage stage;
     QVERIFY(stage.begin(0));
@@ -425,7 +425,7 @@ void tst_ScrollBarSkinPainting::composedOverTheBackground()
                                         "redrawImage 5,66 20x20", "redrawImage 5,66 20x20"}));
 }
 
-void tst_ScrollBarSkinPainting::background_data()
+void TestScrollBarSkinPainting::background_data()
 {
     QTest::addColumn<int>("alpha");
     for (const int alpha : {0, 100, 255})
@@ -433,7 +433,7 @@ void tst_ScrollBarSkinPainting::background_data()
 }
 
 // A bar that is wider than its pictures shows its background beside them.
-void tst_ScrollBarSkinPainting::background()
+void TestScrollBarSkinPainting::background()
 {
     QFETCH(int, alpha);
     BarStage stage;
@@ -451,7 +451,7 @@ void tst_ScrollBarSkinPainting::background()
     COMPARE_PICTURES(shown(bar), expected);
 }
 
-void tst_ScrollBarSkinPainting::wideBar()
+void TestScrollBarSkinPainting::wideBar()
 {
     BarStage stage;
     QVERIFY(stage.begin(0));
@@ -468,7 +468,7 @@ void tst_ScrollBarSkinPainting::wideBar()
     QCOMPARE(picture.pixel(10, 35), toldThumb(16).pixel(4, 5));
 }
 
-void tst_ScrollBarSkinPainting::lowBar_data()
+void TestScrollBarSkinPainting::lowBar_data()
 {
     QTest::addColumn<int>("height");
     for (const int height : {40, 39, 30, 20, 5, 2, 1})
@@ -476,7 +476,7 @@ void tst_ScrollBarSkinPainting::lowBar_data()
 }
 
 // The buttons overlap, the bottom one in front, and the thumb lies over both.
-void tst_ScrollBarSkinPainting::lowBar()
+void TestScrollBarSkinPainting::lowBar()
 {
     QFETCH(int, height);
     BarStage stage;
@@ -491,7 +491,7 @@ void tst_ScrollBarSkinPainting::lowBar()
     COMPARE_PICTURES(shown(stage.bar), expected);
 }
 
-void tst_ScrollBarSkinPainting::plainBarDrawsNothing_data()
+void TestScrollBarSkinPainting::plainBarDrawsNothing_data()
 {
     QTest::addColumn<bool>("ranged");
     QTest::newRow("with a range") << true;
@@ -499,7 +499,7 @@ void tst_ScrollBarSkinPainting::plainBarDrawsNothing_data()
 }
 
 // Nor do a new value or range bring pictures.
-void tst_ScrollBarSkinPainting::plainBarDrawsNothing()
+void TestScrollBarSkinPainting::plainBarDrawsNothing()
 {
     QFETCH(bool, ranged);
     QWidget parent;
@@ -516,12 +516,12 @@ void tst_ScrollBarSkinPainting::plainBarDrawsNothing()
     QVERIFY(bar->thumbPressedImage.isNull());
 }
 
-void tst_ScrollBarSkinPainting::firstResizeBringsTheButtons_data()
+void TestScrollBarSkinPainting::firstResizeBringsTheButtons_data()
 {
     plainBarDrawsNothing_data();
 }
 
-void tst_ScrollBarSkinPainting::firstResizeBringsTheButtons()
+void TestScrollBarSkinPainting::firstResizeBringsTheButtons()
 {
     QFETCH(bool, ranged);
     Window window;
@@ -550,12 +550,12 @@ void tst_ScrollBarSkinPainting::firstResizeBringsTheButtons()
     COMPARE_PICTURES(shown(*bar), expected);
 }
 
-void tst_ScrollBarSkinPainting::loadPicturesBringsEverything_data()
+void TestScrollBarSkinPainting::loadPicturesBringsEverything_data()
 {
     plainBarDrawsNothing_data();
 }
 
-void tst_ScrollBarSkinPainting::loadPicturesBringsEverything()
+void TestScrollBarSkinPainting::loadPicturesBringsEverything()
 {
     QFETCH(bool, ranged);
     Window window;
@@ -578,7 +578,7 @@ void tst_ScrollBarSkinPainting::loadPicturesBringsEverything()
     }
 }
 
-void tst_ScrollBarSkinPainting::loadPicturesComposesInOrder()
+void TestScrollBarSkinPainting::loadPicturesComposesInOrder()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -593,7 +593,7 @@ void tst_ScrollBarSkinPainting::loadPicturesComposesInOrder()
 }
 
 // The pictures are taken from the table each time, so that composing never adds up.
-void tst_ScrollBarSkinPainting::redrawButtons()
+void TestScrollBarSkinPainting::redrawButtons()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -608,7 +608,7 @@ void tst_ScrollBarSkinPainting::redrawButtons()
     COMPARE_PICTURES(stage.bar.blits[2].picture, builtin("scroll_add_normal"));
 }
 
-void tst_ScrollBarSkinPainting::redrawMiddle()
+void TestScrollBarSkinPainting::redrawMiddle()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -626,7 +626,7 @@ void tst_ScrollBarSkinPainting::redrawMiddle()
     QCOMPARE(stage.bar.troughImage.height(), 8);
 }
 
-void tst_ScrollBarSkinPainting::redrawThumb()
+void TestScrollBarSkinPainting::redrawThumb()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -642,7 +642,7 @@ void tst_ScrollBarSkinPainting::redrawThumb()
     QVERIFY(stage.bar.thumbPressedImage.isNull());
 }
 
-void tst_ScrollBarSkinPainting::redrawsRepaintNothing()
+void TestScrollBarSkinPainting::redrawsRepaintNothing()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -657,7 +657,7 @@ void tst_ScrollBarSkinPainting::redrawsRepaintNothing()
 }
 
 // A new range composes the thumb, a new value nothing.
-void tst_ScrollBarSkinPainting::changesComposeWhatTheyMust()
+void TestScrollBarSkinPainting::changesComposeWhatTheyMust()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -674,14 +674,14 @@ void tst_ScrollBarSkinPainting::changesComposeWhatTheyMust()
     QCOMPARE(stage.take().filter("redrawImage"), QStringList());
 }
 
-void tst_ScrollBarSkinPainting::setAlphaOverride_data()
+void TestScrollBarSkinPainting::setAlphaOverride_data()
 {
     QTest::addColumn<int>("alpha");
     for (const int alpha : {0, 1, 128, 254, 255})
         QTest::addRow("alpha %d", alpha) << alpha;
 }
 
-void tst_ScrollBarSkinPainting::setAlphaOverride()
+void TestScrollBarSkinPainting::setAlphaOverride()
 {
     QFETCH(int, alpha);
     BarStage stage;
@@ -718,7 +718,7 @@ void tst_ScrollBarSkinPainting::setAlphaOverride()
     COMPARE_PICTURES(bar.blits[2].picture, withAlphaBytes(builtin("scroll_add_press"), alpha));
 }
 
-void tst_ScrollBarSkinPainting::alphaLeavesColoursAlone()
+void TestScrollBarSkinPainting::alphaLeavesColoursAlone()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -729,7 +729,7 @@ void tst_ScrollBarSkinPainting::alphaLeavesColoursAlone()
     }
 }
 
-void tst_ScrollBarSkinPainting::alphaIsVirtual()
+void TestScrollBarSkinPainting::alphaIsVirtual()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -741,7 +741,7 @@ void tst_ScrollBarSkinPainting::alphaIsVirtual()
     COMPARE_PICTURES(stage.bar.troughImage, withAlphaBytes(toldTrough(troughPieces(), 100), 9));
 }
 
-void tst_ScrollBarSkinPainting::paintThumb_data()
+void TestScrollBarSkinPainting::paintThumb_data()
 {
     QTest::addColumn<QRect>("area");
     QTest::newRow("exactly the thumb") << QRect(6, 50, 8, 20);
@@ -756,7 +756,7 @@ void tst_ScrollBarSkinPainting::paintThumb_data()
     QTest::newRow("reaching out of the bar") << QRect(-10, -20, 60, 300);
 }
 
-void tst_ScrollBarSkinPainting::paintThumb()
+void TestScrollBarSkinPainting::paintThumb()
 {
     QFETCH(QRect, area);
     BarStage stage;
@@ -771,7 +771,7 @@ void tst_ScrollBarSkinPainting::paintThumb()
     }
 }
 
-void tst_ScrollBarSkinPainting::paintThumbOutside_data()
+void TestScrollBarSkinPainting::paintThumbOutside_data()
 {
     QTest::addColumn<QRect>("area");
     QTest::newRow("above") << QRect(0, 30, 20, 20);
@@ -781,7 +781,7 @@ void tst_ScrollBarSkinPainting::paintThumbOutside_data()
     QTest::newRow("far away") << QRect(1000, 1000, 10, 10);
 }
 
-void tst_ScrollBarSkinPainting::paintThumbOutside()
+void TestScrollBarSkinPainting::paintThumbOutside()
 {
     QFETCH(QRect, area);
     BarStage stage;
@@ -795,7 +795,7 @@ void tst_ScrollBarSkinPainting::paintThumbOutside()
     }
 }
 
-void tst_ScrollBarSkinPainting::paintThumbAlpha_data()
+void TestScrollBarSkinPainting::paintThumbAlpha_data()
 {
     QTest::addColumn<int>("alpha");
     for (const int alpha : {0, 1, 128, 254, 255})
@@ -803,7 +803,7 @@ void tst_ScrollBarSkinPainting::paintThumbAlpha_data()
 }
 
 // The byte is written over the thumb's whole rectangle, its transparent rows included, and nowhere else.
-void tst_ScrollBarSkinPainting::paintThumbAlpha()
+void TestScrollBarSkinPainting::paintThumbAlpha()
 {
     QFETCH(int, alpha);
     BarStage stage;
@@ -821,7 +821,7 @@ void tst_ScrollBarSkinPainting::paintThumbAlpha()
     }
 }
 
-void tst_ScrollBarSkinPainting::paintThumbWhileDragged()
+void TestScrollBarSkinPainting::paintThumbWhileDragged()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -836,7 +836,7 @@ void tst_ScrollBarSkinPainting::paintThumbWhileDragged()
                      blended(expected, toldThumb(20), {6, 60}).copy(0, 20, 20, 100));
 }
 
-void tst_ScrollBarSkinPainting::paintThumbWithStalePicture_data()
+void TestScrollBarSkinPainting::paintThumbWithStalePicture_data()
 {
     QTest::addColumn<int>("page");
     QTest::addColumn<int>("alpha");
@@ -847,7 +847,7 @@ void tst_ScrollBarSkinPainting::paintThumbWithStalePicture_data()
 }
 
 // After a new page step the picture is still that of the old length: what fits is drawn, from the top.
-void tst_ScrollBarSkinPainting::paintThumbWithStalePicture()
+void TestScrollBarSkinPainting::paintThumbWithStalePicture()
 {
     QFETCH(int, page);
     QFETCH(int, alpha);
@@ -865,7 +865,7 @@ void tst_ScrollBarSkinPainting::paintThumbWithStalePicture()
     COMPARE_PICTURES(target.toImage(), expected);
 }
 
-void tst_ScrollBarSkinPainting::paintThumbIntoAnOpenPixmap()
+void TestScrollBarSkinPainting::paintThumbIntoAnOpenPixmap()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -878,7 +878,7 @@ void tst_ScrollBarSkinPainting::paintThumbIntoAnOpenPixmap()
     COMPARE_PICTURES(withAlphaBytes(target.toImage(), 255), blended(under, toldThumb(20), {6, 50}));
 }
 
-void tst_ScrollBarSkinPainting::paintsEachRectangle()
+void TestScrollBarSkinPainting::paintsEachRectangle()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -907,7 +907,7 @@ void tst_ScrollBarSkinPainting::paintsEachRectangle()
         COMPARE_PICTURES(withAlphaBytes(stage.bar.grab(area).toImage(), 255), whole.copy(area));
 }
 
-void tst_ScrollBarSkinPainting::paintsNothingOfNothing()
+void TestScrollBarSkinPainting::paintsNothingOfNothing()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -917,7 +917,7 @@ void tst_ScrollBarSkinPainting::paintsNothingOfNothing()
     QCOMPARE(stage.bar.blits.size(), 0);
 }
 
-void tst_ScrollBarSkinPainting::pressedPictures_data()
+void TestScrollBarSkinPainting::pressedPictures_data()
 {
     QTest::addColumn<int>("control");
     QTest::addColumn<QByteArray>("sub");
@@ -930,7 +930,7 @@ void tst_ScrollBarSkinPainting::pressedPictures_data()
     QTest::newRow("AddLine") << int(AddLine) << subNormal << QByteArray("scroll_add_press");
 }
 
-void tst_ScrollBarSkinPainting::pressedPictures()
+void TestScrollBarSkinPainting::pressedPictures()
 {
     QFETCH(int, control);
     QFETCH(QByteArray, sub);
@@ -949,7 +949,7 @@ void tst_ScrollBarSkinPainting::pressedPictures()
 }
 
 // What the stylus does is on the display at once.
-void tst_ScrollBarSkinPainting::pressAndReleaseOnScreen()
+void TestScrollBarSkinPainting::pressAndReleaseOnScreen()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
@@ -980,7 +980,7 @@ void tst_ScrollBarSkinPainting::pressAndReleaseOnScreen()
     QCOMPARE(screen(QRect(10, 73, 1, 1)).pixel(0, 0), idle);
 }
 
-void tst_ScrollBarSkinPainting::translucentWindow()
+void TestScrollBarSkinPainting::translucentWindow()
 {
     Window window;
     window.setAttribute(Qt::WA_TranslucentBackground);
@@ -995,6 +995,6 @@ void tst_ScrollBarSkinPainting::translucentWindow()
             QCOMPARE(qAlpha(target.pixel(x, y)), 128);
 }
 
-QTEST_MAIN(tst_ScrollBarSkinPainting)
+QTEST_MAIN(TestScrollBarSkinPainting)
 
 #include "tst_scrollbarskin_painting.moc"

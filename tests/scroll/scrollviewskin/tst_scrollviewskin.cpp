@@ -44,7 +44,7 @@ public:
 
 } // namespace
 
-class tst_ScrollViewSkin : public QObject
+class TestScrollViewSkin : public QObject
 {
     Q_OBJECT
 
@@ -105,7 +105,7 @@ private slots:
     void lineSnappingAndOtherMoves();
 };
 
-void tst_ScrollViewSkin::constructors()
+void TestScrollViewSkin::constructors()
 {
     const ScrollViewSkin plain;
     QCOMPARE(plain.parentWidget(), nullptr);
@@ -120,7 +120,7 @@ void tst_ScrollViewSkin::constructors()
     QVERIFY(qobject_cast<const QFrame*>(&view));
 }
 
-void tst_ScrollViewSkin::defaults()
+void TestScrollViewSkin::defaults()
 {
     const ScrollViewSkin view;
     QCOMPARE(view.horizontalScrollBar()->objectName(), QStringLiteral("qt_hbar"));
@@ -159,7 +159,7 @@ void tst_ScrollViewSkin::defaults()
     QCOMPARE(view.sizePolicy(), QSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding));
 }
 
-void tst_ScrollViewSkin::viewportFlags_data()
+void TestScrollViewSkin::viewportFlags_data()
 {
     QTest::addColumn<WFlags>("flags");
     QTest::addColumn<WFlags>("expected");
@@ -170,7 +170,7 @@ void tst_ScrollViewSkin::viewportFlags_data()
     QTest::newRow("clever painting") << WFlags(Qt::WPaintClever | Qt::WStyle_Tool) << WFlags(0x180000);
 }
 
-void tst_ScrollViewSkin::viewportFlags()
+void TestScrollViewSkin::viewportFlags()
 {
     QFETCH(const WFlags, flags);
     QWidget parent;
@@ -180,7 +180,7 @@ void tst_ScrollViewSkin::viewportFlags()
     QTEST(view.clipper()->getWFlags(), "expected");
 }
 
-void tst_ScrollViewSkin::enums()
+void TestScrollViewSkin::enums()
 {
     QCOMPARE(int(ScrollViewSkin::Auto), 0);
     QCOMPARE(int(ScrollViewSkin::AlwaysOff), 1);
@@ -192,7 +192,7 @@ void tst_ScrollViewSkin::enums()
 }
 
 // Also known to connections by name.
-void tst_ScrollViewSkin::slotsAndSignals()
+void TestScrollViewSkin::slotsAndSignals()
 {
     const QMetaObject& meta = ScrollViewSkin::staticMetaObject;
     for (const char* slot : {"resizeContents(int,int)", "scrollBy(int,int)", "setContentsPos(int,int)",
@@ -202,7 +202,7 @@ void tst_ScrollViewSkin::slotsAndSignals()
     QVERIFY(meta.indexOfSignal("contentsMoving(int,int)") >= 0);
 }
 
-void tst_ScrollViewSkin::modes()
+void TestScrollViewSkin::modes()
 {
     View view;
     view.resize(200, 100);
@@ -222,7 +222,7 @@ void tst_ScrollViewSkin::modes()
     QCOMPARE(shownBars(view), QString());
 }
 
-void tst_ScrollViewSkin::margins()
+void TestScrollViewSkin::margins()
 {
     View view;
     view.resize(200, 100);
@@ -243,7 +243,7 @@ void tst_ScrollViewSkin::margins()
     QCOMPARE(view.viewport()->geometry(), QRect(5, 6, 187, 82));
 }
 
-void tst_ScrollViewSkin::policyIsNeverSwitched()
+void TestScrollViewSkin::policyIsNeverSwitched()
 {
     ViewStage stage;
     stage.view.addChild(new Tile);
@@ -261,7 +261,7 @@ void tst_ScrollViewSkin::policyIsNeverSwitched()
     }
 }
 
-void tst_ScrollViewSkin::alphaGoesToTheVerticalBar()
+void TestScrollViewSkin::alphaGoesToTheVerticalBar()
 {
     ViewStage stage({180, 300});
     QVERIFY(stage.begin());
@@ -273,7 +273,7 @@ void tst_ScrollViewSkin::alphaGoesToTheVerticalBar()
     QCOMPARE(log, QStringList());
 }
 
-void tst_ScrollViewSkin::cornerWidget()
+void TestScrollViewSkin::cornerWidget()
 {
     ViewStage stage({500, 500});
     QVERIFY(stage.begin());
@@ -301,7 +301,7 @@ void tst_ScrollViewSkin::cornerWidget()
     QVERIFY(!second->isVisible());
 }
 
-void tst_ScrollViewSkin::cornerWidgetLeaves()
+void TestScrollViewSkin::cornerWidgetLeaves()
 {
     ViewStage stage({100, 500});
     QVERIFY(stage.begin());
@@ -316,7 +316,7 @@ void tst_ScrollViewSkin::cornerWidgetLeaves()
 }
 
 // A view of 200 x 100 without a frame. The bars are 20 and 13 pixels thick.
-void tst_ScrollViewSkin::layout_data()
+void TestScrollViewSkin::layout_data()
 {
     QTest::addColumn<QSize>("contents");
     QTest::addColumn<Mode>("vMode");
@@ -382,7 +382,7 @@ void tst_ScrollViewSkin::layout_data()
                                         << "vh" << QSize(180, 87) << highest - 87 << highest - 180;
 }
 
-void tst_ScrollViewSkin::layout()
+void TestScrollViewSkin::layout()
 {
     QFETCH(const QSize, contents);
     QFETCH(const Mode, vMode);
@@ -417,7 +417,7 @@ void tst_ScrollViewSkin::layout()
 }
 
 // The same view with a frame of 3 pixels and margins of 1, 2, 4 and 8.
-void tst_ScrollViewSkin::layoutWithFrameAndMargins_data()
+void TestScrollViewSkin::layoutWithFrameAndMargins_data()
 {
     QTest::addColumn<QSize>("contents");
     QTest::addColumn<QString>("shown");
@@ -432,7 +432,7 @@ void tst_ScrollViewSkin::layoutWithFrameAndMargins_data()
     QTest::newRow("crossed, width") << QSize(177, 85) << "vh" << QRect(4, 5, 169, 71);
 }
 
-void tst_ScrollViewSkin::layoutWithFrameAndMargins()
+void TestScrollViewSkin::layoutWithFrameAndMargins()
 {
     QFETCH(const QSize, contents);
     View view;
@@ -444,7 +444,7 @@ void tst_ScrollViewSkin::layoutWithFrameAndMargins()
 }
 
 // With the policy AutoOne nothing needs bars while there is no visible child.
-void tst_ScrollViewSkin::layoutWithoutVisibleChild_data()
+void TestScrollViewSkin::layoutWithoutVisibleChild_data()
 {
     QTest::addColumn<Policy>("policy");
     QTest::addColumn<bool>("child");
@@ -463,7 +463,7 @@ void tst_ScrollViewSkin::layoutWithoutVisibleChild_data()
     QTest::newRow("manual, no child") << ScrollViewSkin::Manual << false << false << automatic << "vh" << 813;
 }
 
-void tst_ScrollViewSkin::layoutWithoutVisibleChild()
+void TestScrollViewSkin::layoutWithoutVisibleChild()
 {
     QFETCH(const Policy, policy);
     QFETCH(const bool, child);
@@ -486,7 +486,7 @@ void tst_ScrollViewSkin::layoutWithoutVisibleChild()
 }
 
 // A hidden bar that is not needed goes back to 0; one that is needed keeps its value.
-void tst_ScrollViewSkin::hiddenBarsValue_data()
+void TestScrollViewSkin::hiddenBarsValue_data()
 {
     QTest::addColumn<Mode>("mode");
     QTest::addColumn<QSize>("contents");
@@ -501,7 +501,7 @@ void tst_ScrollViewSkin::hiddenBarsValue_data()
     QTest::newRow("only the horizontal one needed") << automatic << QSize(700, 80) << QPoint(30, 0);
 }
 
-void tst_ScrollViewSkin::hiddenBarsValue()
+void TestScrollViewSkin::hiddenBarsValue()
 {
     QFETCH(const Mode, mode);
     QFETCH(const QSize, contents);
@@ -516,7 +516,7 @@ void tst_ScrollViewSkin::hiddenBarsValue()
     QCOMPARE(QPoint(stage.view.contentsX(), stage.view.contentsY()), values);
 }
 
-void tst_ScrollViewSkin::lineStepSurvivesLayout()
+void TestScrollViewSkin::lineStepSurvivesLayout()
 {
     ViewStage stage;
     stage.view.verticalScrollBar()->setLineStep(7);
@@ -527,7 +527,7 @@ void tst_ScrollViewSkin::lineStepSurvivesLayout()
 }
 
 // A view of 200 x 100 with a frame of 3 pixels.
-void tst_ScrollViewSkin::placedBars_data()
+void TestScrollViewSkin::placedBars_data()
 {
     QTest::addColumn<QSize>("contents");
     QTest::addColumn<bool>("corner");
@@ -547,7 +547,7 @@ void tst_ScrollViewSkin::placedBars_data()
         << QSize(500, 10) << true << QStringList{"hbar 3,84 174x13"} << QRect(0, 0, 200, 84);
 }
 
-void tst_ScrollViewSkin::placedBars()
+void TestScrollViewSkin::placedBars()
 {
     QFETCH(const QSize, contents);
     QFETCH(const bool, corner);
@@ -572,7 +572,7 @@ void tst_ScrollViewSkin::placedBars()
         QCOMPARE(cornerWidget->geometry(), QRect(177, 84, 20, 13));
 }
 
-void tst_ScrollViewSkin::placedBarsAtTheLeft()
+void TestScrollViewSkin::placedBarsAtTheLeft()
 {
     const LeftHandBars leftHand;
     View view;
@@ -593,7 +593,7 @@ void tst_ScrollViewSkin::placedBarsAtTheLeft()
     QCOMPARE(view.frameRect(), QRect(0, 0, 200, 84));
 }
 
-void tst_ScrollViewSkin::fittedChild_data()
+void TestScrollViewSkin::fittedChild_data()
 {
     QTest::addColumn<Policy>("policy");
     QTest::addColumn<QSize>("hint");
@@ -619,7 +619,7 @@ void tst_ScrollViewSkin::fittedChild_data()
                                       << QSize(0, 0);
 }
 
-void tst_ScrollViewSkin::fittedChild()
+void TestScrollViewSkin::fittedChild()
 {
     QFETCH(const Policy, policy);
     QFETCH(const QSize, hint);
@@ -644,7 +644,7 @@ void tst_ScrollViewSkin::fittedChild()
 }
 
 // A receiver of contentsMoving() still sees the bars hidden that come up at the end of the layout.
-void tst_ScrollViewSkin::barsShownAfterTheMove()
+void TestScrollViewSkin::barsShownAfterTheMove()
 {
     ViewStage stage({180, 500});
     QVERIFY(stage.begin());
@@ -656,7 +656,7 @@ void tst_ScrollViewSkin::barsShownAfterTheMove()
     QCOMPARE(shownBars(stage.view), QStringLiteral("vh"));
 }
 
-void tst_ScrollViewSkin::valuesDuringLayoutDoNotMove()
+void TestScrollViewSkin::valuesDuringLayoutDoNotMove()
 {
     ViewStage stage({180, 1000});
     QVERIFY(stage.begin());
@@ -673,7 +673,7 @@ void tst_ScrollViewSkin::valuesDuringLayoutDoNotMove()
 }
 
 // A layout within another change leaves the bars as deaf as they were.
-void tst_ScrollViewSkin::layoutKeepsTheChoke()
+void TestScrollViewSkin::layoutKeepsTheChoke()
 {
     ViewStage stage({180, 1000});
     QVERIFY(stage.begin());
@@ -687,7 +687,7 @@ void tst_ScrollViewSkin::layoutKeepsTheChoke()
     QCOMPARE(stage.view.contentsY(), 40);
 }
 
-void tst_ScrollViewSkin::smallerContents_data()
+void TestScrollViewSkin::smallerContents_data()
 {
     QTest::addColumn<QPoint>("position");
     QTest::addColumn<QSize>("contents");
@@ -703,7 +703,7 @@ void tst_ScrollViewSkin::smallerContents_data()
     QTest::newRow("a bar goes") << QPoint(520, 813) << QSize(100, 400) << QPoint(0, 300);
 }
 
-void tst_ScrollViewSkin::smallerContents()
+void TestScrollViewSkin::smallerContents()
 {
     QFETCH(const QPoint, position);
     QFETCH(const QSize, contents);
@@ -718,7 +718,7 @@ void tst_ScrollViewSkin::smallerContents()
 }
 
 // Both directions in one move.
-void tst_ScrollViewSkin::smallerContentsMoveOnce()
+void TestScrollViewSkin::smallerContentsMoveOnce()
 {
     ViewStage stage({700, 900});
     QVERIFY(stage.begin());
@@ -732,7 +732,7 @@ void tst_ScrollViewSkin::smallerContentsMoveOnce()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollViewSkin::largerViewport()
+void TestScrollViewSkin::largerViewport()
 {
     ViewStage stage({180, 300});
     QVERIFY(stage.begin());
@@ -746,7 +746,7 @@ void tst_ScrollViewSkin::largerViewport()
     QCOMPARE(stage.take(), (QStringList{"vertical 50", "moving 0,50"}));
 }
 
-void tst_ScrollViewSkin::sizeHint_data()
+void TestScrollViewSkin::sizeHint_data()
 {
     QTest::addColumn<Policy>("policy");
     QTest::addColumn<bool>("child");
@@ -767,7 +767,7 @@ void tst_ScrollViewSkin::sizeHint_data()
     QTest::newRow("no hint, fit") << ScrollViewSkin::AutoOneFit << true << QSize() << any << QSize(39, 28);
 }
 
-void tst_ScrollViewSkin::sizeHint()
+void TestScrollViewSkin::sizeHint()
 {
     QFETCH(const Policy, policy);
     QFETCH(const bool, child);
@@ -788,7 +788,7 @@ void tst_ScrollViewSkin::sizeHint()
     QTEST(view.sizeHint(), "expected");
 }
 
-void tst_ScrollViewSkin::sizeHintPolishes()
+void TestScrollViewSkin::sizeHintPolishes()
 {
     const View view;
     QCOMPARE(view.polishes, 0);
@@ -798,7 +798,7 @@ void tst_ScrollViewSkin::sizeHintPolishes()
     QCOMPARE(view.polishes, 1);
 }
 
-void tst_ScrollViewSkin::minimumSizeHint()
+void TestScrollViewSkin::minimumSizeHint()
 {
     View view;
     QCOMPARE(view.minimumSizeHint(), QSize(106, 106));
@@ -810,7 +810,7 @@ void tst_ScrollViewSkin::minimumSizeHint()
 }
 
 // Of a view of 200 x 100 with a frame of 3 pixels and margins of 1, 2, 4 and 8.
-void tst_ScrollViewSkin::viewportSize_data()
+void TestScrollViewSkin::viewportSize_data()
 {
     QTest::addColumn<QSize>("contents");
     QTest::addColumn<Mode>("mode");
@@ -826,7 +826,7 @@ void tst_ScrollViewSkin::viewportSize_data()
     QTest::newRow("as large as can be") << QSize(highest, highest) << automatic << QSize(169, 71);
 }
 
-void tst_ScrollViewSkin::viewportSize()
+void TestScrollViewSkin::viewportSize()
 {
     QFETCH(const QSize, contents);
     QFETCH(const Mode, mode);
@@ -840,7 +840,7 @@ void tst_ScrollViewSkin::viewportSize()
     QCOMPARE(view.viewport()->geometry(), before);
 }
 
-void tst_ScrollViewSkin::resizing()
+void TestScrollViewSkin::resizing()
 {
     ViewStage stage({180, 500});
     // Hidden, by both operations and as any widget is resized.
@@ -863,7 +863,7 @@ void tst_ScrollViewSkin::resizing()
     QCOMPARE(stage.view.viewport()->size(), QSize(190, 105));
 }
 
-void tst_ScrollViewSkin::showing()
+void TestScrollViewSkin::showing()
 {
     ViewStage stage({180, 500});
     stage.view.hide();
@@ -885,7 +885,7 @@ void tst_ScrollViewSkin::showing()
     QVERIFY(stage.take().contains("vbar 0,0 20x100"));
 }
 
-void tst_ScrollViewSkin::styleChange()
+void TestScrollViewSkin::styleChange()
 {
     ViewStage stage({500, 500});
     QVERIFY(stage.begin());
@@ -903,7 +903,7 @@ void tst_ScrollViewSkin::styleChange()
     QCOMPARE(stage.view.viewport()->x(), 20);
 }
 
-void tst_ScrollViewSkin::frameChange()
+void TestScrollViewSkin::frameChange()
 {
     ViewStage stage({500, 500});
     QVERIFY(stage.begin());
@@ -919,7 +919,7 @@ void tst_ScrollViewSkin::frameChange()
     QCOMPARE(stage.view.viewport()->x(), 27);
 }
 
-void tst_ScrollViewSkin::lineSnapping_data()
+void TestScrollViewSkin::lineSnapping_data()
 {
     QTest::addColumn<bool>("snapping");
     QTest::addColumn<int>("step");
@@ -937,7 +937,7 @@ void tst_ScrollViewSkin::lineSnapping_data()
     QTest::newRow("no step") << true << 0 << 29 << 29;
 }
 
-void tst_ScrollViewSkin::lineSnapping()
+void TestScrollViewSkin::lineSnapping()
 {
     QFETCH(const bool, snapping);
     QFETCH(const int, step);
@@ -954,7 +954,7 @@ void tst_ScrollViewSkin::lineSnapping()
     QCOMPARE(stage.view.verticalScrollBar()->value(), value);
 }
 
-void tst_ScrollViewSkin::lineSnappingAtTheEnd()
+void TestScrollViewSkin::lineSnappingAtTheEnd()
 {
     ViewStage stage({180, 1013});
     QVERIFY(stage.begin());
@@ -971,7 +971,7 @@ void tst_ScrollViewSkin::lineSnappingAtTheEnd()
     QCOMPARE(stage.view.contentsY(), 908);
 }
 
-void tst_ScrollViewSkin::lineSnappingAndOtherMoves()
+void TestScrollViewSkin::lineSnappingAndOtherMoves()
 {
     ViewStage stage({1000, 1000});
     QVERIFY(stage.begin());
@@ -984,5 +984,5 @@ void tst_ScrollViewSkin::lineSnappingAndOtherMoves()
     QCOMPARE(QPoint(stage.view.contentsX(), stage.view.contentsY()), QPoint(34, 30));
 }
 
-QTEST_MAIN(tst_ScrollViewSkin)
+QTEST_MAIN(TestScrollViewSkin)
 #include "tst_scrollviewskin.moc"

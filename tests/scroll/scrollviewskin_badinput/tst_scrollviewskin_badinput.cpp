@@ -232,7 +232,7 @@ QList<Victim> victims(const Action& action)
 
 } // namespace
 
-class tst_ScrollViewSkinBadInput : public QObject
+class TestScrollViewSkinBadInput : public QObject
 {
     Q_OBJECT
 
@@ -271,7 +271,7 @@ private slots:
     void boundedWork();
 };
 
-void tst_ScrollViewSkinBadInput::deletedByReceivers_data()
+void TestScrollViewSkinBadInput::deletedByReceivers_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::addColumn<int>("action");
@@ -286,7 +286,7 @@ void tst_ScrollViewSkinBadInput::deletedByReceivers_data()
                         << clipper << action << int(signal) << int(victim);
 }
 
-void tst_ScrollViewSkinBadInput::deletedByReceivers()
+void TestScrollViewSkinBadInput::deletedByReceivers()
 {
     QFETCH(const bool, clipper);
     QFETCH(const int, action);
@@ -306,7 +306,7 @@ void tst_ScrollViewSkinBadInput::deletedByReceivers()
     useView(scene);
 }
 
-void tst_ScrollViewSkinBadInput::deletedByHandlers_data()
+void TestScrollViewSkinBadInput::deletedByHandlers_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::addColumn<QEvent::Type>("type");
@@ -317,7 +317,7 @@ void tst_ScrollViewSkinBadInput::deletedByHandlers_data()
 }
 
 // A subclass that deletes itself in a contents handler.
-void tst_ScrollViewSkinBadInput::deletedByHandlers()
+void TestScrollViewSkinBadInput::deletedByHandlers()
 {
     class Suicidal : public ScrollViewSkin
     {
@@ -354,7 +354,7 @@ void tst_ScrollViewSkinBadInput::deletedByHandlers()
     }
 }
 
-void tst_ScrollViewSkinBadInput::deletedByChildren_data()
+void TestScrollViewSkinBadInput::deletedByChildren_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::addColumn<QEvent::Type>("type");
@@ -369,7 +369,7 @@ void tst_ScrollViewSkinBadInput::deletedByChildren_data()
 }
 
 // A child that deletes something other than itself when the view moves, hides or shows it.
-void tst_ScrollViewSkinBadInput::deletedByChildren()
+void TestScrollViewSkinBadInput::deletedByChildren()
 {
     QFETCH(const bool, clipper);
     QFETCH(const QEvent::Type, type);
@@ -396,7 +396,7 @@ void tst_ScrollViewSkinBadInput::deletedByChildren()
     useView(scene);
 }
 
-void tst_ScrollViewSkinBadInput::barDeleted_data()
+void TestScrollViewSkinBadInput::barDeleted_data()
 {
     QTest::addColumn<int>("victim");
     QTest::addColumn<QRect>("port");
@@ -405,7 +405,7 @@ void tst_ScrollViewSkinBadInput::barDeleted_data()
 }
 
 // The view gets along without: the viewport takes the place.
-void tst_ScrollViewSkinBadInput::barDeleted()
+void TestScrollViewSkinBadInput::barDeleted()
 {
     QFETCH(const int, victim);
     Scene scene(false);
@@ -422,7 +422,7 @@ void tst_ScrollViewSkinBadInput::barDeleted()
     useView(scene);
 }
 
-void tst_ScrollViewSkinBadInput::destruction_data()
+void TestScrollViewSkinBadInput::destruction_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::newRow("viewport") << false;
@@ -430,7 +430,7 @@ void tst_ScrollViewSkinBadInput::destruction_data()
 }
 
 // Nothing reaches a view that is being destroyed, and a child that has left it stays alive.
-void tst_ScrollViewSkinBadInput::destruction()
+void TestScrollViewSkinBadInput::destruction()
 {
     QFETCH(const bool, clipper);
     auto scene = std::make_unique<Scene>(clipper);
@@ -454,7 +454,7 @@ void tst_ScrollViewSkinBadInput::destruction()
     QVERIFY(scene->window->settle());
 }
 
-void tst_ScrollViewSkinBadInput::receiversThatChangeTheView_data()
+void TestScrollViewSkinBadInput::receiversThatChangeTheView_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::addColumn<int>("action");
@@ -467,7 +467,7 @@ void tst_ScrollViewSkinBadInput::receiversThatChangeTheView_data()
 }
 
 // Whatever they do, bars, position and children fit each other in the end.
-void tst_ScrollViewSkinBadInput::receiversThatChangeTheView()
+void TestScrollViewSkinBadInput::receiversThatChangeTheView()
 {
     QFETCH(const bool, clipper);
     QFETCH(const int, action);
@@ -508,7 +508,7 @@ void tst_ScrollViewSkinBadInput::receiversThatChangeTheView()
 }
 
 // As far as the contents reach, one step within the other.
-void tst_ScrollViewSkinBadInput::receiverThatScrollsOn()
+void TestScrollViewSkinBadInput::receiverThatScrollsOn()
 {
     ViewStage stage({180, 600});
     QVERIFY(stage.begin());
@@ -521,7 +521,7 @@ void tst_ScrollViewSkinBadInput::receiverThatScrollsOn()
                                         "moving 0,500", "vertical 500"}));
 }
 
-void tst_ScrollViewSkinBadInput::strangeChildren()
+void TestScrollViewSkinBadInput::strangeChildren()
 {
     for (const bool clipper : {false, true}) {
         Scene scene(clipper);
@@ -550,7 +550,7 @@ void tst_ScrollViewSkinBadInput::strangeChildren()
     }
 }
 
-void tst_ScrollViewSkinBadInput::registeredTwice()
+void TestScrollViewSkinBadInput::registeredTwice()
 {
     for (const bool clipper : {false, true}) {
         Scene scene(clipper);
@@ -570,7 +570,7 @@ void tst_ScrollViewSkinBadInput::registeredTwice()
 }
 
 // Each child deletes the next one when it is moved.
-void tst_ScrollViewSkinBadInput::deletedWhileMoved()
+void TestScrollViewSkinBadInput::deletedWhileMoved()
 {
     Scene scene(false);
     QVERIFY(scene.window->expose());
@@ -592,7 +592,7 @@ void tst_ScrollViewSkinBadInput::deletedWhileMoved()
 }
 
 // In any order, without work that grows with the square of their number.
-void tst_ScrollViewSkinBadInput::manyDeleted()
+void TestScrollViewSkinBadInput::manyDeleted()
 {
     for (const bool clipper : {false, true}) {
         ViewStage stage({700, 900});
@@ -612,7 +612,7 @@ void tst_ScrollViewSkinBadInput::manyDeleted()
     }
 }
 
-void tst_ScrollViewSkinBadInput::extremePositions_data()
+void TestScrollViewSkinBadInput::extremePositions_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::addColumn<QSize>("contents");
@@ -625,7 +625,7 @@ void tst_ScrollViewSkinBadInput::extremePositions_data()
     }
 }
 
-void tst_ScrollViewSkinBadInput::extremePositions()
+void TestScrollViewSkinBadInput::extremePositions()
 {
     QFETCH(const bool, clipper);
     QFETCH(const QSize, contents);
@@ -664,7 +664,7 @@ void tst_ScrollViewSkinBadInput::extremePositions()
 }
 
 // An application may give the bars any range and steps.
-void tst_ScrollViewSkinBadInput::extremeBars()
+void TestScrollViewSkinBadInput::extremeBars()
 {
     ViewStage stage({700, 900});
     QVERIFY(stage.begin());
@@ -689,14 +689,14 @@ void tst_ScrollViewSkinBadInput::extremeBars()
     QCOMPARE(hbar->maximum(), 520);
 }
 
-void tst_ScrollViewSkinBadInput::extremeMargins_data()
+void TestScrollViewSkinBadInput::extremeMargins_data()
 {
     QTest::addColumn<int>("margin");
     for (const int margin : {lowest, -QWIDGETSIZE_MAX - 1, -1, 99, 100, 101, QWIDGETSIZE_MAX + 1, highest})
         QTest::addRow("%d", margin) << margin;
 }
 
-void tst_ScrollViewSkinBadInput::extremeMargins()
+void TestScrollViewSkinBadInput::extremeMargins()
 {
     QFETCH(const int, margin);
     for (const bool clipper : {false, true}) {
@@ -718,7 +718,7 @@ void tst_ScrollViewSkinBadInput::extremeMargins()
     }
 }
 
-void tst_ScrollViewSkinBadInput::extremeSizes_data()
+void TestScrollViewSkinBadInput::extremeSizes_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("nothing") << QSize(0, 0);
@@ -729,7 +729,7 @@ void tst_ScrollViewSkinBadInput::extremeSizes_data()
     QTest::newRow("negative") << QSize(-5, -5);
 }
 
-void tst_ScrollViewSkinBadInput::extremeSizes()
+void TestScrollViewSkinBadInput::extremeSizes()
 {
     QFETCH(const QSize, size);
     for (const int frame : {0, 3, 40000}) {
@@ -753,7 +753,7 @@ void tst_ScrollViewSkinBadInput::extremeSizes()
     }
 }
 
-void tst_ScrollViewSkinBadInput::extremeRectangles()
+void TestScrollViewSkinBadInput::extremeRectangles()
 {
     ViewStage stage({highest, highest});
     QVERIFY(stage.begin());
@@ -772,7 +772,7 @@ void tst_ScrollViewSkinBadInput::extremeRectangles()
 }
 
 // A mode that there is not.
-void tst_ScrollViewSkinBadInput::unknownMode()
+void TestScrollViewSkinBadInput::unknownMode()
 {
     ViewStage stage({700, 900});
     QVERIFY(stage.begin());
@@ -783,7 +783,7 @@ void tst_ScrollViewSkinBadInput::unknownMode()
 }
 
 // The largest contents take no longer than small ones.
-void tst_ScrollViewSkinBadInput::boundedWork()
+void TestScrollViewSkinBadInput::boundedWork()
 {
     ViewStage stage;
     stage.view.enableClipper(true);
@@ -801,5 +801,5 @@ void tst_ScrollViewSkinBadInput::boundedWork()
     QVERIFY(timer.elapsed() < 60000);
 }
 
-QTEST_MAIN(tst_ScrollViewSkinBadInput)
+QTEST_MAIN(TestScrollViewSkinBadInput)
 #include "tst_scrollviewskin_badinput.moc"

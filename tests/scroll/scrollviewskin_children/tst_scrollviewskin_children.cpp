@@ -102,7 +102,7 @@ private:
 
 } // namespace
 
-class tst_ScrollViewSkinChildren : public QObject
+class TestScrollViewSkinChildren : public QObject
 {
     Q_OBJECT
 
@@ -169,7 +169,7 @@ private slots:
     void farAwayChildren();
 };
 
-void tst_ScrollViewSkinChildren::enableClipper()
+void TestScrollViewSkinChildren::enableClipper()
 {
     QWidget parent;
     View view(&parent, "view", Qt::WPaintClever);
@@ -184,7 +184,7 @@ void tst_ScrollViewSkinChildren::enableClipper()
     QCOMPARE(view.viewport()->objectName(), QStringLiteral("qt_viewport"));
 }
 
-void tst_ScrollViewSkinChildren::enableClipperTwice()
+void TestScrollViewSkinChildren::enableClipperTwice()
 {
     View view;
     view.enableClipper(false);
@@ -205,7 +205,7 @@ void tst_ScrollViewSkinChildren::enableClipperTwice()
     QCOMPARE(plain.clipper(), plain.viewport());
 }
 
-void tst_ScrollViewSkinChildren::enableClipperOnTheScreen()
+void TestScrollViewSkinChildren::enableClipperOnTheScreen()
 {
     ViewStage stage({700, 900});
     stage.view.inked = true;
@@ -222,7 +222,7 @@ void tst_ScrollViewSkinChildren::enableClipperOnTheScreen()
     QCOMPARE(stage.view.viewportToContents(child->pos()), QPoint(35, 46));
 }
 
-void tst_ScrollViewSkinChildren::disableClipper()
+void TestScrollViewSkinChildren::disableClipper()
 {
     ViewStage stage({700, 900});
     stage.view.inked = true;
@@ -243,14 +243,14 @@ void tst_ScrollViewSkinChildren::disableClipper()
     QVERIFY(stage.view.clipper() != stage.view.viewport());
 }
 
-void tst_ScrollViewSkinChildren::misusedClipper_data()
+void TestScrollViewSkinChildren::misusedClipper_data()
 {
     QTest::addColumn<int>("number");
     for (int i = 0; i < misuses().size(); ++i)
         QTest::newRow(misuses()[i].name) << i;
 }
 
-void tst_ScrollViewSkinChildren::misusedClipper()
+void TestScrollViewSkinChildren::misusedClipper()
 {
     QFETCH(const int, number);
     QProcess process;
@@ -261,7 +261,7 @@ void tst_ScrollViewSkinChildren::misusedClipper()
     QCOMPARE(process.readAllStandardError().trimmed().split('\n').last(), expected);
 }
 
-void tst_ScrollViewSkinChildren::clipperAfterChildrenLeft_data()
+void TestScrollViewSkinChildren::clipperAfterChildrenLeft_data()
 {
     QTest::addColumn<int>("way");
     QTest::newRow("removed") << 0;
@@ -270,7 +270,7 @@ void tst_ScrollViewSkinChildren::clipperAfterChildrenLeft_data()
     QTest::newRow("removed as an object") << 3;
 }
 
-void tst_ScrollViewSkinChildren::clipperAfterChildrenLeft()
+void TestScrollViewSkinChildren::clipperAfterChildrenLeft()
 {
     QFETCH(const int, way);
     ViewStage stage({700, 900});
@@ -288,7 +288,7 @@ void tst_ScrollViewSkinChildren::clipperAfterChildrenLeft()
     QVERIFY(stage.view.clipper() != stage.view.viewport());
 }
 
-void tst_ScrollViewSkinChildren::visibleSizeWithClipper()
+void TestScrollViewSkinChildren::visibleSizeWithClipper()
 {
     ViewStage stage({700, 900});
     stage.view.enableClipper(true);
@@ -300,7 +300,7 @@ void tst_ScrollViewSkinChildren::visibleSizeWithClipper()
     QCOMPARE(stage.view.contentsY(), 813);
 }
 
-void tst_ScrollViewSkinChildren::addChild()
+void TestScrollViewSkinChildren::addChild()
 {
     ViewStage stage({700, 900});
     stage.view.setContentsPos(30, 40);
@@ -319,7 +319,7 @@ void tst_ScrollViewSkinChildren::addChild()
     QCOMPARE(stage.view.childY(other), 3);
 }
 
-void tst_ScrollViewSkinChildren::addChildToTheOrigin()
+void TestScrollViewSkinChildren::addChildToTheOrigin()
 {
     ViewStage stage({700, 900});
     auto* const child = new Tile;
@@ -330,7 +330,7 @@ void tst_ScrollViewSkinChildren::addChildToTheOrigin()
     QCOMPARE(stage.view.childY(child), 0);
 }
 
-void tst_ScrollViewSkinChildren::addChildAgain()
+void TestScrollViewSkinChildren::addChildAgain()
 {
     ViewStage stage({700, 900});
     auto* const child = new Tile;
@@ -351,7 +351,7 @@ void tst_ScrollViewSkinChildren::addChildAgain()
     QVERIFY(stage.view.clipper() != stage.view.viewport());
 }
 
-void tst_ScrollViewSkinChildren::addChildFromElsewhere_data()
+void TestScrollViewSkinChildren::addChildFromElsewhere_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::addColumn<int>("from");
@@ -365,7 +365,7 @@ void tst_ScrollViewSkinChildren::addChildFromElsewhere_data()
 }
 
 // A widget that was shown stays so, one that was hidden stays hidden.
-void tst_ScrollViewSkinChildren::addChildFromElsewhere()
+void TestScrollViewSkinChildren::addChildFromElsewhere()
 {
     QFETCH(const bool, clipper);
     QFETCH(const int, from);
@@ -392,7 +392,7 @@ void tst_ScrollViewSkinChildren::addChildFromElsewhere()
     QCOMPARE(child->mapTo(stage.view.viewport(), QPoint()), QPoint(20, 30));
 }
 
-void tst_ScrollViewSkinChildren::shownWithTheView()
+void TestScrollViewSkinChildren::shownWithTheView()
 {
     ViewStage stage({700, 900});
     auto* const early = new Tile;
@@ -413,7 +413,7 @@ void tst_ScrollViewSkinChildren::shownWithTheView()
     QVERIFY(hidden->isVisible());
 }
 
-void tst_ScrollViewSkinChildren::moveChild()
+void TestScrollViewSkinChildren::moveChild()
 {
     ViewStage stage({700, 900});
     auto* const child = new Tile;
@@ -429,7 +429,7 @@ void tst_ScrollViewSkinChildren::moveChild()
     QCOMPARE(QPoint(stage.view.childX(other), stage.view.childY(other)), QPoint(7, 8));
 }
 
-void tst_ScrollViewSkinChildren::childPositions()
+void TestScrollViewSkinChildren::childPositions()
 {
     ViewStage stage({700, 900});
     Tile stranger;
@@ -448,7 +448,7 @@ void tst_ScrollViewSkinChildren::childPositions()
     QCOMPARE(QPoint(stage.view.childX(child), stage.view.childY(child)), QPoint(50, 60));
 }
 
-void tst_ScrollViewSkinChildren::removeChild()
+void TestScrollViewSkinChildren::removeChild()
 {
     ViewStage stage({700, 900});
     stage.view.setResizePolicy(ScrollViewSkin::AutoOne);
@@ -479,7 +479,7 @@ void tst_ScrollViewSkinChildren::removeChild()
     QVERIFY(child);
 }
 
-void tst_ScrollViewSkinChildren::removedChildIsShown_data()
+void TestScrollViewSkinChildren::removedChildIsShown_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::addColumn<bool>("wanted");
@@ -490,7 +490,7 @@ void tst_ScrollViewSkinChildren::removedChildIsShown_data()
 }
 
 // A child that the view hides because it is out of the way does not stay hidden for that when it is let go.
-void tst_ScrollViewSkinChildren::removedChildIsShown()
+void TestScrollViewSkinChildren::removedChildIsShown()
 {
     QFETCH(const bool, clipper);
     QFETCH(const bool, wanted);
@@ -509,7 +509,7 @@ void tst_ScrollViewSkinChildren::removedChildIsShown()
     QCOMPARE(last->isVisible(), wanted);
 }
 
-void tst_ScrollViewSkinChildren::deletedChild()
+void TestScrollViewSkinChildren::deletedChild()
 {
     for (const bool clipper : {false, true}) {
         ViewStage stage({700, 900});
@@ -531,7 +531,7 @@ void tst_ScrollViewSkinChildren::deletedChild()
     }
 }
 
-void tst_ScrollViewSkinChildren::reparentedChild()
+void TestScrollViewSkinChildren::reparentedChild()
 {
     ViewStage stage({700, 900});
     auto* const child = new Tile;
@@ -549,7 +549,7 @@ void tst_ScrollViewSkinChildren::reparentedChild()
     QVERIFY(child->isVisible());
 }
 
-void tst_ScrollViewSkinChildren::childIsVisible()
+void TestScrollViewSkinChildren::childIsVisible()
 {
     ViewStage stage({700, 900});
     auto* const child = new Tile;
@@ -562,14 +562,14 @@ void tst_ScrollViewSkinChildren::childIsVisible()
     QVERIFY(!stage.view.childIsVisible(child));
 }
 
-void tst_ScrollViewSkinChildren::showChild_data()
+void TestScrollViewSkinChildren::showChild_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::newRow("viewport") << false;
     QTest::newRow("clipper") << true;
 }
 
-void tst_ScrollViewSkinChildren::showChild()
+void TestScrollViewSkinChildren::showChild()
 {
     QFETCH(const bool, clipper);
     ViewStage stage({700, 9000});
@@ -596,7 +596,7 @@ void tst_ScrollViewSkinChildren::showChild()
     stage.view.showChild(nullptr, true);
 }
 
-void tst_ScrollViewSkinChildren::shownChildIsShown_data()
+void TestScrollViewSkinChildren::shownChildIsShown_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::addColumn<bool>("byTheView");
@@ -608,7 +608,7 @@ void tst_ScrollViewSkinChildren::shownChildIsShown_data()
 }
 
 // A child out of the way that is shown stays hidden until it comes near, and one that is hidden then does not come up.
-void tst_ScrollViewSkinChildren::shownChildIsShown()
+void TestScrollViewSkinChildren::shownChildIsShown()
 {
     QFETCH(const bool, clipper);
     QFETCH(const bool, byTheView);
@@ -655,7 +655,7 @@ void tst_ScrollViewSkinChildren::shownChildIsShown()
     }
 }
 
-void tst_ScrollViewSkinChildren::childrenFollow()
+void TestScrollViewSkinChildren::childrenFollow()
 {
     ViewStage stage({700, 900});
     auto* const near = new Tile;
@@ -677,7 +677,7 @@ void tst_ScrollViewSkinChildren::childrenFollow()
 }
 
 // The clipped viewport covers the contents from -2000 to 2000.
-void tst_ScrollViewSkinChildren::addChildWithClipper_data()
+void TestScrollViewSkinChildren::addChildWithClipper_data()
 {
     QTest::addColumn<QPoint>("place");
     QTest::addColumn<QPoint>("pos");
@@ -697,7 +697,7 @@ void tst_ScrollViewSkinChildren::addChildWithClipper_data()
     QTest::newRow("far away") << QPoint(highest, lowest) << QPoint(QWIDGETSIZE_MAX, -QWIDGETSIZE_MAX) << false;
 }
 
-void tst_ScrollViewSkinChildren::addChildWithClipper()
+void TestScrollViewSkinChildren::addChildWithClipper()
 {
     QFETCH(const QPoint, place);
     QFETCH(const QPoint, pos);
@@ -723,7 +723,7 @@ void tst_ScrollViewSkinChildren::addChildWithClipper()
     QVERIFY(other->isVisible());
 }
 
-void tst_ScrollViewSkinChildren::scrollUnderTheClipper()
+void TestScrollViewSkinChildren::scrollUnderTheClipper()
 {
     ViewStage stage({10000, 10000});
     stage.view.enableClipper(true);
@@ -743,7 +743,7 @@ void tst_ScrollViewSkinChildren::scrollUnderTheClipper()
     QCOMPARE(stage.view.clipper()->geometry(), QRect(middle, QSize(4000, 4000)));
 }
 
-void tst_ScrollViewSkinChildren::recentring()
+void TestScrollViewSkinChildren::recentring()
 {
     for (const QPoint& position : {QPoint(3000, 0), QPoint(0, 3000), QPoint(3000, 3000), QPoint(0, 1914)}) {
         ViewStage stage({10000, 10000});
@@ -761,7 +761,7 @@ void tst_ScrollViewSkinChildren::recentring()
     }
 }
 
-void tst_ScrollViewSkinChildren::recentringHidesAndShows()
+void TestScrollViewSkinChildren::recentringHidesAndShows()
 {
     ViewStage stage({700, 20000});
     stage.view.enableClipper(true);
@@ -795,7 +795,7 @@ void tst_ScrollViewSkinChildren::recentringHidesAndShows()
     QCOMPARE(stage.view.childY(children[4]), 9000);
 }
 
-void tst_ScrollViewSkinChildren::recentringKeepsTheChoice()
+void TestScrollViewSkinChildren::recentringKeepsTheChoice()
 {
     ViewStage stage({700, 20000});
     stage.view.enableClipper(true);
@@ -814,7 +814,7 @@ void tst_ScrollViewSkinChildren::recentringKeepsTheChoice()
     QVERIFY(child->isVisible());
 }
 
-void tst_ScrollViewSkinChildren::recentringWithoutChildren()
+void TestScrollViewSkinChildren::recentringWithoutChildren()
 {
     ViewStage stage({700, 20000});
     stage.view.inked = true;
@@ -826,7 +826,7 @@ void tst_ScrollViewSkinChildren::recentringWithoutChildren()
 }
 
 // A child on the clipped viewport moves by itself, and comes back where the view puts it when it is centred anew.
-void tst_ScrollViewSkinChildren::movedWithinTheClipper()
+void TestScrollViewSkinChildren::movedWithinTheClipper()
 {
     ViewStage stage({700, 20000});
     stage.view.enableClipper(true);
@@ -839,7 +839,7 @@ void tst_ScrollViewSkinChildren::movedWithinTheClipper()
     QCOMPARE(child->mapTo(stage.view.viewport(), QPoint()), QPoint(20, 200));
 }
 
-void tst_ScrollViewSkinChildren::largeViewport()
+void TestScrollViewSkinChildren::largeViewport()
 {
     ViewStage stage({20000, 20000});
     stage.view.enableClipper(true);
@@ -857,7 +857,7 @@ void tst_ScrollViewSkinChildren::largeViewport()
 }
 
 // Children come up with the view where the clipped viewport covers them.
-void tst_ScrollViewSkinChildren::showingTheView()
+void TestScrollViewSkinChildren::showingTheView()
 {
     ViewStage stage({700, 20000});
     stage.view.hide();
@@ -876,7 +876,7 @@ void tst_ScrollViewSkinChildren::showingTheView()
     QVERIFY(!log.isEmpty());
 }
 
-void tst_ScrollViewSkinChildren::staticBackground_data()
+void TestScrollViewSkinChildren::staticBackground_data()
 {
     QTest::addColumn<bool>("staticBackground");
     QTest::newRow("static") << true;
@@ -884,7 +884,7 @@ void tst_ScrollViewSkinChildren::staticBackground_data()
 }
 
 // With a static background everything that is seen is painted anew at every move, before anything else happens.
-void tst_ScrollViewSkinChildren::staticBackground()
+void TestScrollViewSkinChildren::staticBackground()
 {
     QFETCH(const bool, staticBackground);
     ViewStage stage({700, 900});
@@ -902,7 +902,7 @@ void tst_ScrollViewSkinChildren::staticBackground()
     QCOMPARE(stage.take(), expected);
 }
 
-void tst_ScrollViewSkinChildren::focusStaysWhenHidden_data()
+void TestScrollViewSkinChildren::focusStaysWhenHidden_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::newRow("viewport") << false;
@@ -910,7 +910,7 @@ void tst_ScrollViewSkinChildren::focusStaysWhenHidden_data()
 }
 
 // Scrolling away from the child that has the focus gives it to no other.
-void tst_ScrollViewSkinChildren::focusStaysWhenHidden()
+void TestScrollViewSkinChildren::focusStaysWhenHidden()
 {
     QFETCH(const bool, clipper);
     ViewStage stage;
@@ -930,7 +930,7 @@ void tst_ScrollViewSkinChildren::focusStaysWhenHidden()
     QVERIFY(first->isVisible());
 }
 
-void tst_ScrollViewSkinChildren::layoutHint_data()
+void TestScrollViewSkinChildren::layoutHint_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::addColumn<Policy>("policy");
@@ -953,7 +953,7 @@ void tst_ScrollViewSkinChildren::layoutHint_data()
     }
 }
 
-void tst_ScrollViewSkinChildren::layoutHint()
+void TestScrollViewSkinChildren::layoutHint()
 {
     QFETCH(const bool, clipper);
     QFETCH(const Policy, policy);
@@ -980,7 +980,7 @@ void tst_ScrollViewSkinChildren::layoutHint()
     QTEST(contentsOf(stage.view), "contents");
 }
 
-void tst_ScrollViewSkinChildren::hintOfTheFirstChild()
+void TestScrollViewSkinChildren::hintOfTheFirstChild()
 {
     ViewStage stage;
     auto* const first = new Tile(nullptr, {300, 400});
@@ -998,7 +998,7 @@ void tst_ScrollViewSkinChildren::hintOfTheFirstChild()
     QCOMPARE(contentsOf(stage.view), QSize(500, 600));
 }
 
-void tst_ScrollViewSkinChildren::childResized_data()
+void TestScrollViewSkinChildren::childResized_data()
 {
     QTest::addColumn<Policy>("policy");
     QTest::addColumn<QSize>("contents");
@@ -1008,7 +1008,7 @@ void tst_ScrollViewSkinChildren::childResized_data()
     QTest::newRow("AutoOneFit") << ScrollViewSkin::AutoOneFit << QSize(700, 900);
 }
 
-void tst_ScrollViewSkinChildren::childResized()
+void TestScrollViewSkinChildren::childResized()
 {
     QFETCH(const Policy, policy);
     ViewStage stage;
@@ -1021,7 +1021,7 @@ void tst_ScrollViewSkinChildren::childResized()
     QTEST(contentsOf(stage.view), "contents");
 }
 
-void tst_ScrollViewSkinChildren::childMoved_data()
+void TestScrollViewSkinChildren::childMoved_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::addColumn<Policy>("policy");
@@ -1036,7 +1036,7 @@ void tst_ScrollViewSkinChildren::childMoved_data()
 }
 
 // The child that is moved takes the contents along.
-void tst_ScrollViewSkinChildren::childMoved()
+void TestScrollViewSkinChildren::childMoved()
 {
     QFETCH(const bool, clipper);
     QFETCH(const Policy, policy);
@@ -1063,7 +1063,7 @@ void tst_ScrollViewSkinChildren::childMoved()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollViewSkinChildren::manyChildren_data()
+void TestScrollViewSkinChildren::manyChildren_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::addColumn<QSize>("field");
@@ -1077,7 +1077,7 @@ void tst_ScrollViewSkinChildren::manyChildren_data()
 }
 
 // Wherever the contents are scrolled to, the children that belong there are seen.
-void tst_ScrollViewSkinChildren::manyChildren()
+void TestScrollViewSkinChildren::manyChildren()
 {
     QFETCH(const bool, clipper);
     QFETCH(const QSize, field);
@@ -1105,7 +1105,7 @@ void tst_ScrollViewSkinChildren::manyChildren()
 }
 
 // Children that were hidden because there were so many come back when there are fewer.
-void tst_ScrollViewSkinChildren::fewerThanMany()
+void TestScrollViewSkinChildren::fewerThanMany()
 {
     ViewStage stage;
     Field field(&stage.view, 1, 130);
@@ -1118,7 +1118,7 @@ void tst_ScrollViewSkinChildren::fewerThanMany()
     QCOMPARE(field.children.last()->pos(), field.placeOf(129));
 }
 
-void tst_ScrollViewSkinChildren::farAwayChildren_data()
+void TestScrollViewSkinChildren::farAwayChildren_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::newRow("viewport") << false;
@@ -1126,7 +1126,7 @@ void tst_ScrollViewSkinChildren::farAwayChildren_data()
 }
 
 // Children anywhere in contents of any size.
-void tst_ScrollViewSkinChildren::farAwayChildren()
+void TestScrollViewSkinChildren::farAwayChildren()
 {
     QFETCH(const bool, clipper);
     ViewStage stage({highest, highest});
@@ -1160,7 +1160,7 @@ int main(int argc, char** argv)
         misuses()[QByteArray(argv[2]).toInt()].act();
         return 0;
     }
-    tst_ScrollViewSkinChildren test;
+    TestScrollViewSkinChildren test;
     return QTest::qExec(&test, argc, argv);
 }
 

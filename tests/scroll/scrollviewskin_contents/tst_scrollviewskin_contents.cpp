@@ -17,7 +17,7 @@ QPoint valuesOf(const ScrollViewSkin& view)
 
 } // namespace
 
-class tst_ScrollViewSkinContents : public QObject
+class TestScrollViewSkinContents : public QObject
 {
     Q_OBJECT
 
@@ -71,7 +71,7 @@ private slots:
 };
 
 // Both bars: 180 x 87 are seen of 700 x 900.
-void tst_ScrollViewSkinContents::setContentsPos_data()
+void TestScrollViewSkinContents::setContentsPos_data()
 {
     QTest::addColumn<QPoint>("position");
     QTest::addColumn<QPoint>("expected");
@@ -86,7 +86,7 @@ void tst_ScrollViewSkinContents::setContentsPos_data()
     QTest::newRow("far before") << QPoint(lowest, lowest) << QPoint(0, 0);
 }
 
-void tst_ScrollViewSkinContents::setContentsPos()
+void TestScrollViewSkinContents::setContentsPos()
 {
     QFETCH(const QPoint, position);
     QFETCH(const QPoint, expected);
@@ -99,7 +99,7 @@ void tst_ScrollViewSkinContents::setContentsPos()
 }
 
 // The contents move once and first; the bars follow, the vertical one before the horizontal one.
-void tst_ScrollViewSkinContents::setContentsPosSignals()
+void TestScrollViewSkinContents::setContentsPosSignals()
 {
     ViewStage stage({700, 900});
     QVERIFY(stage.begin());
@@ -121,7 +121,7 @@ void tst_ScrollViewSkinContents::setContentsPosSignals()
 }
 
 // The bars show where the contents are in the end.
-void tst_ScrollViewSkinContents::setContentsPosWithinSetContentsPos()
+void TestScrollViewSkinContents::setContentsPosWithinSetContentsPos()
 {
     ViewStage stage({700, 900});
     QVERIFY(stage.begin());
@@ -136,7 +136,7 @@ void tst_ScrollViewSkinContents::setContentsPosWithinSetContentsPos()
     QCOMPARE(stage.take(), (QStringList{"moving 30,40", "moving 100,49", "vertical 49", "horizontal 100"}));
 }
 
-void tst_ScrollViewSkinContents::scrollBy_data()
+void TestScrollViewSkinContents::scrollBy_data()
 {
     QTest::addColumn<QPoint>("distance");
     QTest::addColumn<QPoint>("expected");
@@ -150,7 +150,7 @@ void tst_ScrollViewSkinContents::scrollBy_data()
     QTest::newRow("largest distance back") << QPoint(lowest, lowest) << QPoint(0, 0);
 }
 
-void tst_ScrollViewSkinContents::scrollBy()
+void TestScrollViewSkinContents::scrollBy()
 {
     QFETCH(const QPoint, distance);
     ViewStage stage({700, 900});
@@ -162,7 +162,7 @@ void tst_ScrollViewSkinContents::scrollBy()
 }
 
 // A view of 220 x 220 without bars at (110, 80) of contents of 1000 x 900.
-void tst_ScrollViewSkinContents::ensureVisible_data()
+void TestScrollViewSkinContents::ensureVisible_data()
 {
     QTest::addColumn<QPoint>("point");
     QTest::addColumn<QPoint>("margins");
@@ -189,7 +189,7 @@ void tst_ScrollViewSkinContents::ensureVisible_data()
     QTest::newRow("far away, largest margins") << QPoint(lowest, lowest) << QPoint(highest, highest) << QPoint(0, 0);
 }
 
-void tst_ScrollViewSkinContents::ensureVisible()
+void TestScrollViewSkinContents::ensureVisible()
 {
     QFETCH(const QPoint, point);
     QFETCH(const QPoint, margins);
@@ -206,7 +206,7 @@ void tst_ScrollViewSkinContents::ensureVisible()
     QTEST(positionOf(stage.view), "expected");
 }
 
-void tst_ScrollViewSkinContents::center_data()
+void TestScrollViewSkinContents::center_data()
 {
     QTest::addColumn<QPoint>("point");
     QTest::addColumn<QPointF>("fractions");
@@ -231,7 +231,7 @@ void tst_ScrollViewSkinContents::center_data()
     QTest::newRow("infinite") << QPoint(500, 400) << QPointF(qInf(), qInf()) << QPoint(390, 290);
 }
 
-void tst_ScrollViewSkinContents::center()
+void TestScrollViewSkinContents::center()
 {
     QFETCH(const QPoint, point);
     QFETCH(const QPointF, fractions);
@@ -248,7 +248,7 @@ void tst_ScrollViewSkinContents::center()
     QTEST(positionOf(stage.view), "expected");
 }
 
-void tst_ScrollViewSkinContents::documentedSequence()
+void TestScrollViewSkinContents::documentedSequence()
 {
     ViewStage stage;
     stage.view.resize(220, 220);
@@ -265,7 +265,7 @@ void tst_ScrollViewSkinContents::documentedSequence()
 }
 
 // Takes the position with its signs turned.
-void tst_ScrollViewSkinContents::moveContents_data()
+void TestScrollViewSkinContents::moveContents_data()
 {
     QTest::addColumn<QPoint>("turned");
     QTest::addColumn<QPoint>("expected");
@@ -281,7 +281,7 @@ void tst_ScrollViewSkinContents::moveContents_data()
     QTest::newRow("farthest") << QPoint(lowest, lowest) << QPoint(520, 813) << QStringList("moving 520,813");
 }
 
-void tst_ScrollViewSkinContents::moveContents()
+void TestScrollViewSkinContents::moveContents()
 {
     QFETCH(const QPoint, turned);
     ViewStage stage({700, 900});
@@ -293,7 +293,7 @@ void tst_ScrollViewSkinContents::moveContents()
     QTEST(stage.take(), "signalled");
 }
 
-void tst_ScrollViewSkinContents::moveContentsLeavesTheBarsAlone()
+void TestScrollViewSkinContents::moveContentsLeavesTheBarsAlone()
 {
     ViewStage stage({700, 900});
     QVERIFY(stage.begin());
@@ -308,7 +308,7 @@ void tst_ScrollViewSkinContents::moveContentsLeavesTheBarsAlone()
 }
 
 // The signal carries the new position, which the view has by then, and comes before anything moves on the screen.
-void tst_ScrollViewSkinContents::positionDuringTheSignal()
+void TestScrollViewSkinContents::positionDuringTheSignal()
 {
     ViewStage stage({700, 900});
     auto* const child = new Tile;
@@ -326,7 +326,7 @@ void tst_ScrollViewSkinContents::positionDuringTheSignal()
     QCOMPARE(child->pos(), QPoint(20, 20));
 }
 
-void tst_ScrollViewSkinContents::barsMoveTheContents()
+void TestScrollViewSkinContents::barsMoveTheContents()
 {
     ViewStage stage({700, 900});
     QVERIFY(stage.begin());
@@ -343,7 +343,7 @@ void tst_ScrollViewSkinContents::barsMoveTheContents()
     QCOMPARE(positionOf(stage.view), QPoint(60, 50));
 }
 
-void tst_ScrollViewSkinContents::verticalSlide()
+void TestScrollViewSkinContents::verticalSlide()
 {
     ViewStage stage({700, 900});
     QVERIFY(stage.begin());
@@ -357,7 +357,7 @@ void tst_ScrollViewSkinContents::verticalSlide()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollViewSkinContents::verticalSlideWithoutChange()
+void TestScrollViewSkinContents::verticalSlideWithoutChange()
 {
     ViewStage stage({700, 900});
     QVERIFY(stage.begin());
@@ -369,14 +369,14 @@ void tst_ScrollViewSkinContents::verticalSlideWithoutChange()
 }
 
 // Also when the slide is choked, and with a clipper.
-void tst_ScrollViewSkinContents::verticalSlideRepaints_data()
+void TestScrollViewSkinContents::verticalSlideRepaints_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::newRow("viewport") << false;
     QTest::newRow("clipper") << true;
 }
 
-void tst_ScrollViewSkinContents::verticalSlideRepaints()
+void TestScrollViewSkinContents::verticalSlideRepaints()
 {
     QFETCH(const bool, clipper);
     ViewStage stage({700, 900});
@@ -401,7 +401,7 @@ void tst_ScrollViewSkinContents::verticalSlideRepaints()
 }
 
 // What the contents leave out is the viewport's background, not what stood there before.
-void tst_ScrollViewSkinContents::verticalSlideErases()
+void TestScrollViewSkinContents::verticalSlideErases()
 {
     ViewStage stage({180, 900});
     stage.view.inked = true;
@@ -413,7 +413,7 @@ void tst_ScrollViewSkinContents::verticalSlideErases()
     COMPARE_PICTURES(stage.onScreen(), plain(180, 100, background));
 }
 
-void tst_ScrollViewSkinContents::horizontalSlideDoesNotRepaint()
+void TestScrollViewSkinContents::horizontalSlideDoesNotRepaint()
 {
     ViewStage stage({700, 900});
     QVERIFY(stage.begin());
@@ -428,7 +428,7 @@ void tst_ScrollViewSkinContents::horizontalSlideDoesNotRepaint()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollViewSkinContents::resizeContents()
+void TestScrollViewSkinContents::resizeContents()
 {
     ViewStage stage;
     QVERIFY(stage.begin());
@@ -449,7 +449,7 @@ void tst_ScrollViewSkinContents::resizeContents()
 }
 
 // Bars always on: 180 x 87 are seen.
-void tst_ScrollViewSkinContents::resizedStrips_data()
+void TestScrollViewSkinContents::resizedStrips_data()
 {
     QTest::addColumn<QSize>("before");
     QTest::addColumn<QPoint>("position");
@@ -473,7 +473,7 @@ void tst_ScrollViewSkinContents::resizedStrips_data()
                              << QRect(0, 80, 180, 7);
 }
 
-void tst_ScrollViewSkinContents::resizedStrips()
+void TestScrollViewSkinContents::resizedStrips()
 {
     QFETCH(const QSize, before);
     QFETCH(const QPoint, position);
@@ -495,7 +495,7 @@ void tst_ScrollViewSkinContents::resizedStrips()
     QCOMPARE(log, expected);
 }
 
-void tst_ScrollViewSkinContents::mapping()
+void TestScrollViewSkinContents::mapping()
 {
     ViewStage stage({700, 900});
     stage.view.setContentsPos(30, 40);
@@ -519,7 +519,7 @@ void tst_ScrollViewSkinContents::mapping()
     QCOMPARE(QPoint(x, y), QPoint(lowest, lowest));
 }
 
-void tst_ScrollViewSkinContents::mappingWithClipper()
+void TestScrollViewSkinContents::mappingWithClipper()
 {
     ViewStage stage({700, 900});
     stage.view.enableClipper(true);
@@ -533,7 +533,7 @@ void tst_ScrollViewSkinContents::mappingWithClipper()
 }
 
 // Contents of 700 x 900 at (30, 40); 180 x 87 are seen.
-void tst_ScrollViewSkinContents::updateContents_data()
+void TestScrollViewSkinContents::updateContents_data()
 {
     QTest::addColumn<QRect>("rect");
     QTest::addColumn<QRect>("painted");
@@ -558,7 +558,7 @@ void tst_ScrollViewSkinContents::updateContents_data()
     QTest::newRow("farthest right") << QRect(highest - 5, highest - 5, 5, 5) << none;
 }
 
-void tst_ScrollViewSkinContents::updateContents()
+void TestScrollViewSkinContents::updateContents()
 {
     QFETCH(const QRect, rect);
     QFETCH(const QRect, painted);
@@ -593,7 +593,7 @@ void tst_ScrollViewSkinContents::updateContents()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollViewSkinContents::updateContentsWithClipper()
+void TestScrollViewSkinContents::updateContentsWithClipper()
 {
     ViewStage stage({700, 900});
     stage.view.enableClipper(true);
@@ -612,7 +612,7 @@ void tst_ScrollViewSkinContents::updateContentsWithClipper()
 }
 
 // Contents at (30, 40) in a viewport of 180 x 87.
-void tst_ScrollViewSkinContents::viewportPaintEvent_data()
+void TestScrollViewSkinContents::viewportPaintEvent_data()
 {
     QTest::addColumn<QRect>("rect");
     QTest::addColumn<QStringList>("drawn");
@@ -626,7 +626,7 @@ void tst_ScrollViewSkinContents::viewportPaintEvent_data()
     QTest::newRow("empty") << QRect() << QStringList();
 }
 
-void tst_ScrollViewSkinContents::viewportPaintEvent()
+void TestScrollViewSkinContents::viewportPaintEvent()
 {
     QFETCH(const QRect, rect);
     ViewStage stage({700, 900});
@@ -642,7 +642,7 @@ void tst_ScrollViewSkinContents::viewportPaintEvent()
 }
 
 // The clipped viewport at (-2000, -2000) covers the contents from (-2000, -2000) on; 180 x 87 are seen.
-void tst_ScrollViewSkinContents::clippedPaintEvent_data()
+void TestScrollViewSkinContents::clippedPaintEvent_data()
 {
     QTest::addColumn<QRect>("rect");
     QTest::addColumn<QStringList>("drawn");
@@ -654,7 +654,7 @@ void tst_ScrollViewSkinContents::clippedPaintEvent_data()
     QTest::newRow("just outside") << QRect(2180, 2000, 10, 10) << QStringList();
 }
 
-void tst_ScrollViewSkinContents::clippedPaintEvent()
+void TestScrollViewSkinContents::clippedPaintEvent()
 {
     QFETCH(const QRect, rect);
     ViewStage stage({700, 900});
@@ -668,7 +668,7 @@ void tst_ScrollViewSkinContents::clippedPaintEvent()
     QTEST(stage.take(), "drawn");
 }
 
-void tst_ScrollViewSkinContents::drawContentsOffsetMovesThePainter()
+void TestScrollViewSkinContents::drawContentsOffsetMovesThePainter()
 {
     class Probe : public ScrollViewSkin
     {
@@ -697,7 +697,7 @@ void tst_ScrollViewSkinContents::drawContentsOffsetMovesThePainter()
 }
 
 // After any way of scrolling the screen shows the contents that belong there.
-void tst_ScrollViewSkinContents::pixels_data()
+void TestScrollViewSkinContents::pixels_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::addColumn<bool>("staticBackground");
@@ -707,7 +707,7 @@ void tst_ScrollViewSkinContents::pixels_data()
     QTest::newRow("clipper, static background") << true << true;
 }
 
-void tst_ScrollViewSkinContents::pixels()
+void TestScrollViewSkinContents::pixels()
 {
     QFETCH(const bool, clipper);
     QFETCH(const bool, staticBackground);
@@ -737,7 +737,7 @@ void tst_ScrollViewSkinContents::pixels()
 }
 
 // The viewport is erased with its picture before the contents are drawn.
-void tst_ScrollViewSkinContents::backgroundPicture()
+void TestScrollViewSkinContents::backgroundPicture()
 {
     ViewStage stage({180, 900});
     const QImage picture = pattern(180, 100, 99);
@@ -750,7 +750,7 @@ void tst_ScrollViewSkinContents::backgroundPicture()
     COMPARE_PICTURES(stage.onScreen(), stage.expected());
 }
 
-void tst_ScrollViewSkinContents::largestContents()
+void TestScrollViewSkinContents::largestContents()
 {
     ViewStage stage({highest, highest});
     stage.view.inked = true;
@@ -766,5 +766,5 @@ void tst_ScrollViewSkinContents::largestContents()
     QCOMPARE(positionOf(stage.view), QPoint(0, highest - 87));
 }
 
-QTEST_MAIN(tst_ScrollViewSkinContents)
+QTEST_MAIN(TestScrollViewSkinContents)
 #include "tst_scrollviewskin_contents.moc"

@@ -248,7 +248,7 @@ void addClipperRows()
 
 } // namespace
 
-class tst_ScrollViewSkinEvents : public QObject
+class TestScrollViewSkinEvents : public QObject
 {
     Q_OBJECT
 
@@ -294,7 +294,7 @@ private slots:
     void dragInTheMiddle();
 };
 
-void tst_ScrollViewSkinEvents::mouseEvents_data()
+void TestScrollViewSkinEvents::mouseEvents_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::addColumn<QEvent::Type>("type");
@@ -309,7 +309,7 @@ void tst_ScrollViewSkinEvents::mouseEvents_data()
 }
 
 // Type, button, state and global position stay, the position becomes one of the contents.
-void tst_ScrollViewSkinEvents::mouseEvents()
+void TestScrollViewSkinEvents::mouseEvents()
 {
     QFETCH(const bool, clipper);
     QFETCH(const QEvent::Type, type);
@@ -327,7 +327,7 @@ void tst_ScrollViewSkinEvents::mouseEvents()
 }
 
 // What the view does not watch it does not hear of.
-void tst_ScrollViewSkinEvents::mouseEventsElsewhere()
+void TestScrollViewSkinEvents::mouseEventsElsewhere()
 {
     EventStage plain;
     auto* const child = new Tile;
@@ -349,7 +349,7 @@ void tst_ScrollViewSkinEvents::mouseEventsElsewhere()
     QCOMPARE(clipped.view.take().size(), 2);
 }
 
-void tst_ScrollViewSkinEvents::acceptedOrIgnored_data()
+void TestScrollViewSkinEvents::acceptedOrIgnored_data()
 {
     QTest::addColumn<QEvent::Type>("type");
     QTest::addColumn<bool>("accepted");
@@ -361,7 +361,7 @@ void tst_ScrollViewSkinEvents::acceptedOrIgnored_data()
 }
 
 // The event is left as the contents handler leaves its copy.
-void tst_ScrollViewSkinEvents::acceptedOrIgnored()
+void TestScrollViewSkinEvents::acceptedOrIgnored()
 {
     QFETCH(const QEvent::Type, type);
     QFETCH(const bool, accepted);
@@ -382,7 +382,7 @@ void tst_ScrollViewSkinEvents::acceptedOrIgnored()
 }
 
 // They do nothing, so that a press stays with the view; the wheel is left to others.
-void tst_ScrollViewSkinEvents::defaultHandlers()
+void TestScrollViewSkinEvents::defaultHandlers()
 {
     ViewStage stage({700, 900});
     QVERIFY(stage.begin());
@@ -412,7 +412,7 @@ void tst_ScrollViewSkinEvents::defaultHandlers()
     QCOMPARE(stage.take(), QStringList());
 }
 
-void tst_ScrollViewSkinEvents::filterAnswers_data()
+void TestScrollViewSkinEvents::filterAnswers_data()
 {
     QTest::addColumn<QEvent::Type>("type");
     for (const QEvent::Type type :
@@ -421,7 +421,7 @@ void tst_ScrollViewSkinEvents::filterAnswers_data()
 }
 
 // Nothing that the view watches is kept from the widget itself.
-void tst_ScrollViewSkinEvents::filterAnswers()
+void TestScrollViewSkinEvents::filterAnswers()
 {
     QFETCH(const QEvent::Type, type);
     EventStage stage;
@@ -443,12 +443,12 @@ void tst_ScrollViewSkinEvents::filterAnswers()
     QCOMPARE(stage.view.childX(child), 0);
 }
 
-void tst_ScrollViewSkinEvents::paintAndResize_data()
+void TestScrollViewSkinEvents::paintAndResize_data()
 {
     addClipperRows();
 }
 
-void tst_ScrollViewSkinEvents::paintAndResize()
+void TestScrollViewSkinEvents::paintAndResize()
 {
     QFETCH(const bool, clipper);
     EventStage stage(clipper);
@@ -466,13 +466,13 @@ void tst_ScrollViewSkinEvents::paintAndResize()
     QCOMPARE(stage.view.take().filter("resize"), QStringList("viewport resize 4100x4200 to 130x77"));
 }
 
-void tst_ScrollViewSkinEvents::wheelOnTheView_data()
+void TestScrollViewSkinEvents::wheelOnTheView_data()
 {
     addClipperRows();
 }
 
 // The position goes into the viewport, and from there into the contents; all else stays.
-void tst_ScrollViewSkinEvents::wheelOnTheView()
+void TestScrollViewSkinEvents::wheelOnTheView()
 {
     QFETCH(const bool, clipper);
     EventStage stage(clipper);
@@ -491,7 +491,7 @@ void tst_ScrollViewSkinEvents::wheelOnTheView()
     QVERIFY(event.isAccepted());
 }
 
-void tst_ScrollViewSkinEvents::wheelPassedToTheBar()
+void TestScrollViewSkinEvents::wheelPassedToTheBar()
 {
     EventStage stage;
     QVERIFY(stage.begin());
@@ -511,12 +511,12 @@ void tst_ScrollViewSkinEvents::wheelPassedToTheBar()
     QVERIFY(event.isAccepted());
 }
 
-void tst_ScrollViewSkinEvents::wheelOnTheViewport_data()
+void TestScrollViewSkinEvents::wheelOnTheViewport_data()
 {
     addClipperRows();
 }
 
-void tst_ScrollViewSkinEvents::wheelOnTheViewport()
+void TestScrollViewSkinEvents::wheelOnTheViewport()
 {
     QFETCH(const bool, clipper);
     EventStage stage(clipper);
@@ -530,7 +530,7 @@ void tst_ScrollViewSkinEvents::wheelOnTheViewport()
     QVERIFY(!event.isAccepted());
 }
 
-void tst_ScrollViewSkinEvents::wheelByHand_data()
+void TestScrollViewSkinEvents::wheelByHand_data()
 {
     QTest::addColumn<bool>("accepted");
     QTest::addColumn<int>("times");
@@ -540,7 +540,7 @@ void tst_ScrollViewSkinEvents::wheelByHand_data()
 }
 
 // As it comes from the window system, through all widgets under the pointer.
-void tst_ScrollViewSkinEvents::wheelByHand()
+void TestScrollViewSkinEvents::wheelByHand()
 {
     QFETCH(const bool, accepted);
     EventStage stage;
@@ -559,7 +559,7 @@ void tst_ScrollViewSkinEvents::wheelByHand()
 }
 
 // Three children of 60 x 20 that take the focus by Tab; 180 x 87 are seen of 700 x 2000.
-void tst_ScrollViewSkinEvents::focusTravels_data()
+void TestScrollViewSkinEvents::focusTravels_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::addColumn<int>("from");
@@ -578,7 +578,7 @@ void tst_ScrollViewSkinEvents::focusTravels_data()
     }
 }
 
-void tst_ScrollViewSkinEvents::focusTravels()
+void TestScrollViewSkinEvents::focusTravels()
 {
     QFETCH(const bool, clipper);
     QFETCH(const int, from);
@@ -604,7 +604,7 @@ void tst_ScrollViewSkinEvents::focusTravels()
     QTEST(QPoint(stage.view.contentsX(), stage.view.contentsY()), "position");
 }
 
-void tst_ScrollViewSkinEvents::focusSkips_data()
+void TestScrollViewSkinEvents::focusSkips_data()
 {
     QTest::addColumn<int>("reason");
     QTest::newRow("no focus") << 0;
@@ -614,7 +614,7 @@ void tst_ScrollViewSkinEvents::focusSkips_data()
     QTest::newRow("hidden") << 4;
 }
 
-void tst_ScrollViewSkinEvents::focusSkips()
+void TestScrollViewSkinEvents::focusSkips()
 {
     QFETCH(const int, reason);
     EventStage stage;
@@ -645,7 +645,7 @@ void tst_ScrollViewSkinEvents::focusSkips()
     QCOMPARE(stage.window.focusWidget(), children[0]);
 }
 
-void tst_ScrollViewSkinEvents::focusReasons()
+void TestScrollViewSkinEvents::focusReasons()
 {
     EventStage stage;
     QList<int> reasons;
@@ -669,7 +669,7 @@ void tst_ScrollViewSkinEvents::focusReasons()
 }
 
 // A widget within a child is brought into view itself, not the whole child.
-void tst_ScrollViewSkinEvents::focusIntoAWidgetOfAChild()
+void TestScrollViewSkinEvents::focusIntoAWidgetOfAChild()
 {
     EventStage stage;
     auto* const child = new Tile(nullptr, {600, 700});
@@ -691,7 +691,7 @@ void tst_ScrollViewSkinEvents::focusIntoAWidgetOfAChild()
     QCOMPARE(QPoint(stage.view.contentsX(), stage.view.contentsY()), QPoint(310 + 30 - 180, 420 + 20 - 87));
 }
 
-void tst_ScrollViewSkinEvents::focusLeavesTheView()
+void TestScrollViewSkinEvents::focusLeavesTheView()
 {
     EventStage stage;
     auto* const child = new Tile;
@@ -711,7 +711,7 @@ void tst_ScrollViewSkinEvents::focusLeavesTheView()
     QCOMPARE(QPoint(stage.view.contentsX(), stage.view.contentsY()), QPoint(40, 50));
 }
 
-void tst_ScrollViewSkinEvents::focusHasNowhereToGo()
+void TestScrollViewSkinEvents::focusHasNowhereToGo()
 {
     EventStage stage;
     auto* const child = new Tile;
@@ -726,7 +726,7 @@ void tst_ScrollViewSkinEvents::focusHasNowhereToGo()
     QCOMPARE(QPoint(stage.view.contentsX(), stage.view.contentsY()), QPoint(520, 813));
 }
 
-void tst_ScrollViewSkinEvents::focusByTheTabKey()
+void TestScrollViewSkinEvents::focusByTheTabKey()
 {
     EventStage stage;
     QList<Tile*> children;
@@ -750,12 +750,12 @@ void tst_ScrollViewSkinEvents::focusByTheTabKey()
     QVERIFY(children[298]->hasFocus());
 }
 
-void tst_ScrollViewSkinEvents::dragAndDrop_data()
+void TestScrollViewSkinEvents::dragAndDrop_data()
 {
     addClipperRows();
 }
 
-void tst_ScrollViewSkinEvents::dragAndDrop()
+void TestScrollViewSkinEvents::dragAndDrop()
 {
     QFETCH(const bool, clipper);
     EventStage stage(clipper);
@@ -782,7 +782,7 @@ void tst_ScrollViewSkinEvents::dragAndDrop()
 }
 
 // What the contents answer is what the source of the drag hears.
-void tst_ScrollViewSkinEvents::dragAnswers()
+void TestScrollViewSkinEvents::dragAnswers()
 {
     EventStage stage;
     QMimeData data;
@@ -830,7 +830,7 @@ void tst_ScrollViewSkinEvents::dragAnswers()
     QCOMPARE(drop.dropAction(), Qt::MoveAction);
 }
 
-void tst_ScrollViewSkinEvents::dragScrolls_data()
+void TestScrollViewSkinEvents::dragScrolls_data()
 {
     QTest::addColumn<bool>("clipper");
     QTest::addColumn<QPoint>("at");
@@ -847,7 +847,7 @@ void tst_ScrollViewSkinEvents::dragScrolls_data()
 }
 
 // What is held near an edge scrolls the view towards it, again and again.
-void tst_ScrollViewSkinEvents::dragScrolls()
+void TestScrollViewSkinEvents::dragScrolls()
 {
     QFETCH(const bool, clipper);
     QFETCH(const QPoint, at);
@@ -871,7 +871,7 @@ void tst_ScrollViewSkinEvents::dragScrolls()
         QCOMPARE(stage.view.contentsY(), 400);
 }
 
-void tst_ScrollViewSkinEvents::dragScrollingEnds_data()
+void TestScrollViewSkinEvents::dragScrollingEnds_data()
 {
     QTest::addColumn<int>("way");
     QTest::newRow("leave") << 0;
@@ -880,7 +880,7 @@ void tst_ScrollViewSkinEvents::dragScrollingEnds_data()
     QTest::newRow("switched off") << 3;
 }
 
-void tst_ScrollViewSkinEvents::dragScrollingEnds()
+void TestScrollViewSkinEvents::dragScrollingEnds()
 {
     QFETCH(const int, way);
     EventStage stage;
@@ -921,7 +921,7 @@ void tst_ScrollViewSkinEvents::dragScrollingEnds()
     QVERIFY(QTest::qWaitFor([&] { return stage.view.contentsY() > before; }, 60000));
 }
 
-void tst_ScrollViewSkinEvents::dragInTheMiddle()
+void TestScrollViewSkinEvents::dragInTheMiddle()
 {
     EventStage stage;
     stage.view.setContentsPos(250, 400);
@@ -937,5 +937,5 @@ void tst_ScrollViewSkinEvents::dragInTheMiddle()
     }
 }
 
-QTEST_MAIN(tst_ScrollViewSkinEvents)
+QTEST_MAIN(TestScrollViewSkinEvents)
 #include "tst_scrollviewskin_events.moc"
