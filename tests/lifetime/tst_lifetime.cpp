@@ -131,7 +131,7 @@ Outcome struckAt(const Kind& kind, const Stimulus& stimulus, const Emission& cho
 } // namespace
 
 // Receivers that delete the sender of any signal, or what it lies in.
-class tst_Lifetime : public QObject
+class TestLifetime : public QObject
 {
     Q_OBJECT
 
@@ -148,7 +148,7 @@ private:
     std::unique_ptr<mediatest::Installation> installation;
 };
 
-void tst_Lifetime::initTestCase()
+void TestLifetime::initTestCase()
 {
     installation = std::make_unique<mediatest::Installation>();
     mediatest::SliderSkins::install(*installation);
@@ -162,7 +162,7 @@ void tst_Lifetime::initTestCase()
     file.write('\n' + sliders);
 }
 
-void tst_Lifetime::everyClassIsCovered()
+void TestLifetime::everyClassIsCovered()
 {
     QVERIFY(declaredClasses().size() > 10);
     QStringList missing = declaredClasses();
@@ -176,7 +176,7 @@ void tst_Lifetime::everyClassIsCovered()
     QCOMPARE(missing, QStringList());
 }
 
-void tst_Lifetime::everySignalIsEmitted_data()
+void TestLifetime::everySignalIsEmitted_data()
 {
     QTest::addColumn<bool>("emitted");
     std::map<QByteArray, bool> emitted;
@@ -188,13 +188,13 @@ void tst_Lifetime::everySignalIsEmitted_data()
         QTest::newRow(name) << was;
 }
 
-void tst_Lifetime::everySignalIsEmitted()
+void TestLifetime::everySignalIsEmitted()
 {
     QFETCH(bool, emitted);
     QCOMPARE(emitted, !silentSignals.contains(QTest::currentDataTag()));
 }
 
-void tst_Lifetime::receiverDeletes_data()
+void TestLifetime::receiverDeletes_data()
 {
     QTest::addColumn<int>("kind");
     QTest::addColumn<int>("sender");
@@ -206,7 +206,7 @@ void tst_Lifetime::receiverDeletes_data()
                 << int(i) << emission.sender << emission.signal;
 }
 
-void tst_Lifetime::receiverDeletes()
+void TestLifetime::receiverDeletes()
 {
     QFETCH(int, kind);
     QFETCH(int, sender);
@@ -230,5 +230,5 @@ void tst_Lifetime::receiverDeletes()
     QVERIFY(struck > 0);
 }
 
-QTEST_MAIN(tst_Lifetime)
+QTEST_MAIN(TestLifetime)
 #include "tst_lifetime.moc"
