@@ -150,6 +150,11 @@ void TestToolkitLabel::looksLikeALabel_data()
         l.setAlignment(Qt::AlignRight | Qt::AlignBottom);
         l.setIndent(9);
     });
+    QTest::newRow("text, indent at the top left") << Setup([](QLabel& l) {
+        l.setText("Some text");
+        l.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        l.setIndent(13);
+    });
     QTest::newRow("text, margin") << Setup([](QLabel& l) {
         l.setText("Some text");
         l.setMargin(11);
