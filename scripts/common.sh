@@ -20,13 +20,14 @@ is_installed() {
         dpkg-query -W -f '${Status} ${Provides}\n' 2>/dev/null | grep '^install ok installed' | grep -qw -- "$1"
 }
 
+# install_packages [package...]: those of the list and these.
 install_packages() {
     command -v dpkg-query >/dev/null || return 0
     local package missing=()
     while read -r package; do
         case $package in ''|'#'*) continue ;; esac
         is_installed "$package" || missing+=("$package")
-    done <"$root/scripts/packages.txt"
+    done < <(cat "$root/scripts/packages.txt" - <<<"$(printf '%s\n' "$@")")
     [ ${#missing[@]} -gt 0 ] || return 0
     echo "Installing: ${missing[*]}"
     as_root apt-get update -q
