@@ -1,10 +1,12 @@
 #include "listbox/listboxfixture.h"
 #include "toolkit/toolkit.h"
 
+#include <QFontDatabase>
 #include <QImage>
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <algorithm>
 #include <memory>
 #include <type_traits>
 
@@ -49,11 +51,20 @@ private:
     QStringList* m_log;
 };
 
-QFont fontOfSize(int pixels)
+QFont fontOfSize(int pixels, const QString& family = QFont().family())
 {
-    QFont font;
+    QFont font(family);
     font.setPixelSize(pixels);
     return font;
+}
+
+// A family with some space between lines, where this machine has one: other fonts do not tell line spacing from height.
+QString spacedFamily()
+{
+    const auto isSpaced = [](const QString& family) { return QFontMetrics(fontOfSize(19, family)).leading() > 1; };
+    const QStringList families = QFontDatabase::families();
+    const auto spaced = std::find_if(families.begin(), families.end(), isSpaced);
+    return spaced == families.end() ? QFont().family() : *spaced;
 }
 
 QPixmap picture(int w, int h, const QColor& colour = Qt::green)
@@ -288,7 +299,7 @@ void TestListBoxSkinItems::textSizes()
     QFETCH(QSize, strut);
     setGlobalStrut(strut);
     ListBoxSkin box;
-    box.setFont(fontOfSize(23));
+    box.setFont(fontOfSize(23, spacedFamily()));
     const QFontMetrics metrics(box.font());
     const ListBoxSkinText item(QStringLiteral("Wide and tall"));
     const QSize text(metrics.horizontalAdvance(item.text()) + 6, metrics.lineSpacing() + 2);
@@ -317,7 +328,7 @@ void TestListBoxSkinItems::pixmapSizes()
     QFETCH(QSize, strut);
     setGlobalStrut(strut);
     ListBoxSkin box;
-    box.setFont(fontOfSize(23));
+    box.setFont(fontOfSize(23, spacedFamily()));
     const QFontMetrics metrics(box.font());
     const int line = metrics.lineSpacing() + 2;
     const ListBoxSkinPixmap item(picture(11, line + abovePixels), text);
@@ -328,7 +339,7 @@ void TestListBoxSkinItems::pixmapSizes()
 
 void TestListBoxSkinItems::textIsPainted()
 {
-    const QFont font = fontOfSize(19);
+    const QFont font = fontOfSize(19, spacedFamily());
     const QFontMetrics metrics(font);
     ListBoxSkinText item(QStringLiteral("Whole text"));
     const QImage image = painted(&item, font);
@@ -356,7 +367,7 @@ void TestListBoxSkinItems::pixmapIsPainted()
     QFETCH(int, abovePixels);
     QFETCH(QString, text);
     for (const int fontSize : {18, 19, 20, 21}) {
-        const QFont font = fontOfSize(fontSize);
+        const QFont font = fontOfSize(fontSize, spacedFamily());
         const QFontMetrics metrics(font);
         const QPixmap pixmap = picture(12, metrics.height() + abovePixels);
         const int y = abovePixels < 0 ? metrics.ascent() + metrics.leading() / 2
