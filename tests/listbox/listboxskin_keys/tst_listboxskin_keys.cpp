@@ -159,6 +159,7 @@ private slots:
     void operationsWithSignalsBlocked();
     void selectAllUsesTheVirtualOperation();
     void firstKeySelectsByTheVirtualOperation();
+    void clearForgetsTheAnchor();
     void invertSelection_data();
     void invertSelection();
     void toggleCurrentItem_data();
@@ -868,6 +869,22 @@ void TestListBoxSkinKeys::firstKeySelectsByTheVirtualOperation()
     other.setSelectionMode(Multi);
     QVERIFY(!press(other, QStringLiteral("Down")));
     QCOMPARE(other.calls, 0);
+}
+
+void TestListBoxSkinKeys::clearForgetsTheAnchor()
+{
+    Box box;
+    fill(box, 4);
+    box.setSelectionMode(Extended);
+    makeCurrent(box, 0);
+    QVERIFY(press(box, QStringLiteral("Down")));
+    box.clear();
+    fill(box, 4);
+    selectItems(box, QStringLiteral("i0"));
+    makeCurrent(box, 2);
+    QVERIFY(press(box, QStringLiteral("Shift+Down")));
+    // Without an anchor nothing is let go.
+    QCOMPARE(box.selection(), QStringLiteral("i0 i2 i3"));
 }
 
 void TestListBoxSkinKeys::invertSelection_data()

@@ -272,6 +272,7 @@ private slots:
     void changeItem_data();
     void changeItem();
     void clear();
+    void itemsLeftAtTheEndAreReported();
     void clearRestoresBlockedSignals();
     void clearScrollsBack();
     void clearForgetsWhereADragWas();
@@ -556,6 +557,7 @@ void TestListBoxSkinModel::insertIntoFocusedTellsOfTheHead()
     box.insertItem(new Block(40, 15, QStringLiteral("x")), -1);
     QCOMPARE(log.take(), (QStringList{"highlighted(0)", "highlighted(\"0\")", "highlighted(0)"}));
     QCOMPARE(box.currentItem(), 0);
+    QVERIFY(box.block(0)->isDirty());
 }
 
 void TestListBoxSkinModel::insertionIsNotMeasured()
@@ -913,6 +915,27 @@ void TestListBoxSkinModel::clear()
     // Whatever is deleted from here on leaves again.
     delete box.item(0);
     QCOMPARE(box.count(), 2U);
+}
+
+void TestListBoxSkinModel::itemsLeftAtTheEndAreReported()
+{
+    // Puts another item into its place.
+    class Heir : public Block
+    {
+    public:
+        explicit Heir(ListBoxSkinItem* heir) : m_heir(heir) {}
+        ~Heir() override { listBox()->insertItem(m_heir); }
+
+    private:
+        ListBoxSkinItem* m_heir;
+    };
+    const std::unique_ptr<Block> left(new Block);
+    auto box = std::make_unique<Box>();
+    box->insertItem(new Heir(left.get()));
+    QTest::ignoreMessage(QtWarningMsg, "ASSERT: \"!head\" in listbox_skin (113)");
+    box.reset();
+    QVERIFY(!left->listBox());
+    QVERIFY(!left->next());
 }
 
 void TestListBoxSkinModel::clearRestoresBlockedSignals()
