@@ -1,5 +1,7 @@
 #include "player/details/trackdetails.h"
 
+#include "player/displaytext.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
@@ -11,16 +13,9 @@
 namespace
 {
 
-QString shortened(const QString& value)
-{
-    // Cut before the work on it, for a tag may be as large as its file.
-    const QString text = value.left(2 * TrackDetails::longestTag).simplified();
-    return text.size() <= TrackDetails::longestTag ? text : text.left(TrackDetails::longestTag - 1) + QChar(0x2026);
-}
-
 QString tag(const QMediaMetaData& tags, QMediaMetaData::Key key)
 {
-    return shortened(tags.stringValue(key));
+    return displaytext::oneLine(tags.stringValue(key));
 }
 
 QString firstOf(std::initializer_list<QString> values)
@@ -47,8 +42,8 @@ QString codecText(const QMediaMetaData& tags)
 {
     // Some backends give the name itself, which stringValue() takes for the first codec that it knows.
     const QVariant value = tags.value(QMediaMetaData::AudioCodec);
-    const QString codec =
-        value.userType() == QMetaType::QString ? shortened(value.toString()) : tag(tags, QMediaMetaData::AudioCodec);
+    const QString codec = value.userType() == QMetaType::QString ? displaytext::oneLine(value.toString())
+                                                                 : tag(tags, QMediaMetaData::AudioCodec);
     return codec == QLatin1String("Unspecified") || codec == QLatin1String("Invalid") ? QString() : codec;
 }
 
@@ -60,13 +55,15 @@ QString bitRateText(const QMediaMetaData& tags)
 
 } // namespace
 
-TrackDetails TrackDetails::of(const QString& file, const QMediaMetaData& tags, qint64 duration)
+TrackDetails TrackDetails::of(const QString& file, const QMediaMetaData& tags, qint64 duration,
+                              const QString& listedTitle)
 {
     TrackDetails details;
     if (file.isEmpty())
         return details;
     const QFileInfo info(file);
-    details.title = firstOf({tag(tags, QMediaMetaData::Title), info.fileName()});
+    const QString name = displaytext::oneLine(info.fileName());
+    details.title = firstOf({tag(tags, QMediaMetaData::Title), displaytext::oneLine(listedTitle), name});
     details.artist = firstOf({tag(tags, QMediaMetaData::ContributingArtist), tag(tags, QMediaMetaData::LeadPerformer),
                               tag(tags, QMediaMetaData::AlbumArtist), tag(tags, QMediaMetaData::Author)});
     details.album = albumText(tags);
@@ -90,8 +87,8 @@ TrackDetails TrackDetails::of(const QString& file, const QMediaMetaData& tags, q
     add(tr("Codec"), codecText(tags));
     add(tr("Bit rate"), bitRateText(tags));
     add(tr("Size"), info.isFile() ? QLocale().formattedDataSize(info.size(), 1) : QString());
-    add(tr("File"), info.fileName());
-    add(tr("Folder"), QDir::toNativeSeparators(info.absolutePath()));
+    add(tr("File"), name);
+    add(tr("Folder"), displaytext::oneLine(QDir::toNativeSeparators(info.absolutePath())));
     return details;
 }
 

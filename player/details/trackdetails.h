@@ -8,19 +8,18 @@
 
 class QMediaMetaData;
 
-/* What there is to say about a sound file, as texts for people. Of a tag at most longestTag characters count. */
+/* What there is to say about a sound file, as texts for people: lines fit to be shown, as displaytext::oneLine() makes.
+ */
 struct TrackDetails {
     Q_DECLARE_TR_FUNCTIONS(TrackDetails)
 
 public:
-    static constexpr qsizetype longestTag = 1000;
-
     struct Entry {
         QString label;
         QString value;
     };
 
-    // The file's name where there is no such tag.
+    // Where there is no such tag what the playlist calls it, else the file's name.
     QString title;
     QString artist;
     // With the year.
@@ -30,8 +29,9 @@ public:
     // The picture in the file's tags, null where there is none.
     QImage cover;
 
-    // An empty file name gives empty details. A duration of 0 or less is an unknown one.
-    static TrackDetails of(const QString& file, const QMediaMetaData& tags, qint64 duration);
+    // An empty file name gives empty details. A duration of 0 or less is an unknown one, an empty listed title none.
+    static TrackDetails of(const QString& file, const QMediaMetaData& tags, qint64 duration,
+                           const QString& listedTitle = QString());
 
     // "3:05" or "1:03:05".
     static QString timeText(qint64 milliseconds);

@@ -1,4 +1,5 @@
 #include "player/details/trackdetails.h"
+#include "player/displaytext.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -24,6 +25,8 @@ private slots:
     void writesBitRates_data();
     void writesBitRates();
     void boundsTags();
+    void showsNoControlCharacters();
+    void titleOfThePlaylistStandsInForTheTag();
     void takesTheCover();
     void writesTimes_data();
     void writesTimes();
@@ -166,12 +169,39 @@ void TestTrackDetails::boundsTags()
     tags.insert(QMediaMetaData::Comment, QStringLiteral("  two\n\tlines  "));
     tags.insert(QMediaMetaData::Genre, QString(5000, QLatin1Char(' ')));
     const TrackDetails details = detailsOf(tags);
-    QCOMPARE(details.title.size(), TrackDetails::longestTag);
+    QCOMPARE(details.title.size(), displaytext::longest);
     QVERIFY(details.title.endsWith(QChar(0x2026)));
     QCOMPARE(value(details, QStringLiteral("Comment")), QStringLiteral("two lines"));
     QCOMPARE(value(details, QStringLiteral("Genre")), QString());
-    tags.insert(QMediaMetaData::Title, QString(TrackDetails::longestTag, QLatin1Char('a')));
-    QCOMPARE(detailsOf(tags).title, QString(TrackDetails::longestTag, QLatin1Char('a')));
+    tags.insert(QMediaMetaData::Title, QString(displaytext::longest, QLatin1Char('a')));
+    QCOMPARE(detailsOf(tags).title, QString(displaytext::longest, QLatin1Char('a')));
+}
+
+void TestTrackDetails::showsNoControlCharacters()
+{
+    const QString odd = QStringLiteral("a\u0001b\u001b\u202ec\u0085d\ne");
+    QMediaMetaData tags;
+    tags.insert(QMediaMetaData::Title, odd);
+    tags.insert(QMediaMetaData::Comment, odd);
+    tags.insert(QMediaMetaData::AudioCodec, odd);
+    const TrackDetails details = TrackDetails::of(QStringLiteral("/mu\nsic/so\tng.ogg"), tags, 0);
+    QCOMPARE(details.title, QStringLiteral("a b c d e"));
+    QCOMPARE(value(details, QStringLiteral("Comment")), QStringLiteral("a b c d e"));
+    QCOMPARE(value(details, QStringLiteral("Codec")), QStringLiteral("a b c d e"));
+    QCOMPARE(value(details, QStringLiteral("File")), QStringLiteral("so ng.ogg"));
+    QCOMPARE(value(details, QStringLiteral("Folder")), QStringLiteral("/mu sic"));
+    QCOMPARE(TrackDetails::of(QStringLiteral("/so\tng.ogg"), {}, 0).title, QStringLiteral("so ng.ogg"));
+}
+
+void TestTrackDetails::titleOfThePlaylistStandsInForTheTag()
+{
+    const QString file = QStringLiteral("/music/song.ogg");
+    const QString listed = QStringLiteral("Some\tSong");
+    QCOMPARE(TrackDetails::of(file, {}, 0, listed).title, QStringLiteral("Some Song"));
+    QCOMPARE(TrackDetails::of(file, {}, 0, QStringLiteral(" ")).title, QStringLiteral("song.ogg"));
+    QMediaMetaData tags;
+    tags.insert(QMediaMetaData::Title, QStringLiteral("From the tag"));
+    QCOMPARE(TrackDetails::of(file, tags, 0, listed).title, QStringLiteral("From the tag"));
 }
 
 void TestTrackDetails::takesTheCover()
