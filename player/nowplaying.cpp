@@ -46,7 +46,8 @@ void NowPlaying::showTags()
     // Reports of the next file may come before the news that it is the current one.
     if (m_file != m_playback->currentFile())
         return;
-    const TrackDetails details = TrackDetails::of(m_file, m_playback->metaData(), m_playback->duration());
+    const TrackDetails details =
+        TrackDetails::of(m_file, m_playback->metaData(), m_playback->duration(), m_playback->currentTitle());
     showHeading(details.title);
     showCover(details.cover);
     if (m_info)

@@ -112,6 +112,11 @@ QString Playback::currentFile() const
     return m_playlist.file(m_current);
 }
 
+QString Playback::currentTitle() const
+{
+    return m_playlist.contains(m_current) ? m_playlist.at(m_current).title : QString();
+}
+
 QMediaMetaData Playback::metaData() const
 {
     QMediaMetaData all = m_player->metaData();

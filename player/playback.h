@@ -51,6 +51,8 @@ public:
     // The file that plays or would play, and its index; empty and -1 where there is none.
     QString currentFile() const;
     int currentIndex() const { return m_current; }
+    // What the playlist calls it; empty where it has no title there.
+    QString currentTitle() const;
 
     // From play() until the user or the end of the list stops it; a file that is still loading counts.
     bool isPlaying() const { return m_playing; }

@@ -42,6 +42,13 @@ bool exists(const QString& file)
     return QFileInfo::exists(file);
 }
 
+// Lists name files that have no title, too, for other players expect a name beside a length.
+bool isOwnName(const PlaylistEntry& entry)
+{
+    const PlaylistEntry untitled{entry.file, QString(), -1, false};
+    return untitled.name().toString().simplified() == entry.title;
+}
+
 // A path as a line that is read back as the same path.
 QString lineFor(const QString& file, const QString& folder)
 {
@@ -108,6 +115,8 @@ m3u::Reader::Line m3u::Reader::readText(const QString& line, PlaylistEntry& entr
         return Other;
     entry.file = resolved(line);
     entry.title = std::exchange(m_title, QString());
+    if (!entry.title.isEmpty() && isOwnName(entry))
+        entry.title.clear();
     entry.seconds = std::exchange(m_seconds, -1);
     entry.isMissing = !exists(entry.file);
     return Entry;

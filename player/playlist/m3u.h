@@ -23,7 +23,8 @@ constexpr int maxTitleLength = 1000;
  * Lines end with LF or CR LF. Each is read as UTF-8, or as Latin-1 where it is not; lines with control characters are
  * skipped, so that a file of another kind gives next to nothing. Paths count from the playlist's directory; those that
  * do not exist as written are tried without the blanks around them, and with slashes for backslashes. file: addresses
- * are paths, too; other addresses stay as they are and count as missing.
+ * are paths, too; other addresses stay as they are and count as missing. A title that says no more than the file's name
+ * is none.
  */
 class Reader
 {

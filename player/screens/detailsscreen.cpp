@@ -114,6 +114,7 @@ void DetailsScreen::showTags()
     // Reports of the next file may come before the news that it is the current one.
     if (isHidden() || m_file != m_playback->currentFile())
         return;
-    const TrackDetails details = TrackDetails::of(m_file, m_playback->metaData(), m_playback->duration());
+    const TrackDetails details =
+        TrackDetails::of(m_file, m_playback->metaData(), m_playback->duration(), m_playback->currentTitle());
     m_view->updateTrack(details, details.cover.isNull() ? m_coverBeside : details.cover);
 }

@@ -99,6 +99,9 @@ void TestM3u::reads_data()
     QTest::newRow("title is for one entry")
         << QByteArray("#EXTINF:5,A\na.ogg\nb.ogg\n") << QStringList{"a.ogg [A] 5", "b.ogg"};
     QTest::newRow("title without a length") << QByteArray("#EXTINF:,A\na.ogg\n") << QStringList{"a.ogg [A]"};
+    QTest::newRow("title says no more than the name")
+        << QByteArray("#EXTINF:5,a\na.ogg\n#EXTINF:6,b c\nx/b  c.ogg\n#EXTINF:7,a\nb.ogg\n")
+        << QStringList{"a.ogg 5", "x/b  c.ogg 6", "b.ogg [a] 7"};
     QTest::newRow("length without a title") << QByteArray("#EXTINF:7\na.ogg\n") << QStringList{"a.ogg 7"};
     QTest::newRow("length in fractions") << QByteArray("#EXTINF:7.6,A\na.ogg\n") << QStringList{"a.ogg [A] 8"};
     QTest::newRow("length is no number") << QByteArray("#EXTINF:nan,A\na.ogg\n#EXTINF:1e99,B\nb.ogg\n")
