@@ -10,6 +10,7 @@
 #include "player/soundfiles.h"
 #include "skinbase/skinbase.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QImage>
@@ -56,8 +57,11 @@ private slots:
     void titleStaysClearOfTheCloseButton();
     void closeButtonEndsThePlayer();
     void textsShowWhatPlays();
+    void titleOfThePlaylist();
     void coverOfTheFile();
     void coverBesideTheFile();
+    void coverInTheTags_data();
+    void coverInTheTags();
     void damagedCoversGiveTheSkinsOne_data();
     void damagedCoversGiveTheSkinsOne();
     void lineOfACoverFillsTheLabel_data();
@@ -267,6 +271,24 @@ void TestPlayingScreen::textsShowWhatPlays()
     QCOMPARE(screen()->info()->texts().artist, QString());
 }
 
+void TestPlayingScreen::titleOfThePlaylist()
+{
+    const QString tagged = m_sounds.tone("tagged.wav", 20000, {{"INAM", "Tagged"}});
+    playback()->openEntries({{m_long, "One of the list", -1, false},
+                             {m_long, "Another one", -1, false},
+                             {tagged, "Not this one", -1, false}});
+    QCOMPARE(screen()->info()->texts().title, QStringLiteral("One of the list"));
+    QCOMPARE(title(), QStringLiteral("One of the list"));
+    QCOMPARE(file(), QStringLiteral("long.wav"));
+    QTRY_VERIFY(playback()->position() > 0);
+    QCOMPARE(screen()->info()->texts().title, QStringLiteral("One of the list"));
+    playback()->next();
+    QCOMPARE(screen()->info()->texts().title, QStringLiteral("Another one"));
+    playback()->next();
+    QTRY_COMPARE(screen()->info()->texts().title, QStringLiteral("Tagged"));
+    QVERIFY(QFile::remove(tagged));
+}
+
 void TestPlayingScreen::coverOfTheFile()
 {
     playback()->open({shippedSound()});
@@ -284,6 +306,39 @@ void TestPlayingScreen::coverBesideTheFile()
     QImage green(104, 104, QImage::Format_RGB32);
     green.fill(Qt::green);
     QCOMPARE(shownCover(), green);
+}
+
+void TestPlayingScreen::coverInTheTags_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("shows");
+    QByteArray png;
+    QBuffer buffer(&png);
+    QVERIFY(buffer.open(QIODevice::WriteOnly));
+    QImage cover(300, 300, QImage::Format_RGB32);
+    cover.fill(Qt::green);
+    QVERIFY(cover.save(&buffer, "PNG"));
+    QTest::newRow("whole") << png << true;
+    QTest::newRow("only a beginning") << png.left(40) << false;
+    QTest::newRow("bytes of something else") << QByteArray(1000, '\x55') << false;
+    QTest::newRow("empty") << QByteArray() << false;
+}
+
+void TestPlayingScreen::coverInTheTags()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(bool, shows);
+    const QString sound = m_sounds.toneWithCover("covered.wav", 20000, "Covered", bytes);
+    playback()->open({sound});
+    QTRY_COMPARE(screen()->info()->texts().title, QStringLiteral("Covered"));
+    QTRY_VERIFY(playback()->position() > 0);
+    QImage green(104, 104, QImage::Format_RGB32);
+    green.fill(Qt::green);
+    QTRY_COMPARE(shownCover(), shows ? green : skinCover());
+    m_window->showDetails();
+    QTRY_VERIFY(m_window->currentScreen() != screen());
+    QVERIFY(!m_window->grab().isNull());
+    QVERIFY(QFile::remove(sound));
 }
 
 void TestPlayingScreen::damagedCoversGiveTheSkinsOne_data()
