@@ -21,6 +21,13 @@ constexpr auto restTime = 1s;
 // A folder of files that cannot be played goes by faster than that.
 constexpr size_t mostRetired = 16;
 
+// What has failed holds nothing that would have to be let go of, and the backend would wait a second for it.
+void unloadPlayer(QMediaPlayer* player)
+{
+    if (player->mediaStatus() != QMediaPlayer::InvalidMedia)
+        player->setSource(QUrl());
+}
+
 // The factor for the samples that sounds as loud as a volume says.
 float amplitude(int volume)
 {
@@ -56,7 +63,7 @@ Playback::~Playback()
 {
     // There is no event loop that could be waited for; pausing first would only begin what has to be waited for.
     m_player->disconnect(this);
-    m_player->setSource(QUrl());
+    unloadPlayer(m_player.get());
     releaseRetired();
 }
 
@@ -88,7 +95,9 @@ void Playback::retirePlayer()
 {
     m_player->disconnect(this);
     m_player->audioOutput()->setMuted(true);
-    m_player->pause();
+    // At the end of a file it rests already, and pausing would begin what it then has to be waited for.
+    if (m_player->mediaStatus() != QMediaPlayer::EndOfMedia)
+        m_player->pause();
     if (m_retired.size() >= mostRetired)
         m_retired.erase(m_retired.begin());
     m_retired.push_back(std::move(m_player));
@@ -98,7 +107,7 @@ void Playback::retirePlayer()
 void Playback::releaseRetired()
 {
     for (const auto& player : m_retired)
-        player->setSource(QUrl());
+        unloadPlayer(player.get());
     m_retired.clear();
 }
 

@@ -6,7 +6,9 @@
 #include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
+#include <algorithm>
 #include <memory>
 
 class TestPlayback : public QObject
@@ -37,6 +39,7 @@ private slots:
     void passesOverUnplayableFiles();
     void passesOverBackwardsWhenSteppingBack();
     void givesUpWhereNothingPlays();
+    void unplayableFilesDoNotBlock();
     void triesAFailedFileAgain();
     void receiverMayOpenOtherFilesOnFailure();
     void receiverMayDeleteOnFailure();
@@ -395,6 +398,25 @@ void TestPlayback::givesUpWhereNothingPlays()
     QTRY_COMPARE(failed.count(), 6);
     QTest::qWait(100);
     QCOMPARE(failed.count(), 6);
+}
+
+void TestPlayback::unplayableFilesDoNotBlock()
+{
+    QStringList files;
+    for (int i = 0; i < 8; ++i)
+        files << m_text;
+    qint64 longestTurn = 0;
+    QElapsedTimer turn;
+    QTimer ticks;
+    connect(&ticks, &QTimer::timeout, this, [&] { longestTurn = std::max(longestTurn, turn.restart()); });
+    Playback playback;
+    playback.open(files << m_long);
+    turn.start();
+    ticks.start(5);
+    // Long enough for the players of the others to be released.
+    QTRY_VERIFY(playback.position() > 2000);
+    // Each of them could hold up everything for a second.
+    QVERIFY2(longestTurn < 4000, qPrintable(QString::number(longestTurn)));
 }
 
 void TestPlayback::triesAFailedFileAgain()
