@@ -160,10 +160,11 @@ QByteArray m3u::text(const QList<PlaylistEntry>& entries, const QString& directo
     QByteArray lines = QByteArray(header.data(), header.size()) + '\n';
     for (const PlaylistEntry& entry : entries) {
         if (!entry.title.isEmpty() || entry.seconds >= 0) {
-            const QString title = entry.name().toString().simplified();
-            lines += QByteArray("#EXTINF:") + QByteArray::number(entry.seconds) + ',' + title.toUtf8() + '\n';
+            lines.append(infoTag.data(), infoTag.size());
+            lines.append(QByteArray::number(entry.seconds)).append(',');
+            lines.append(entry.name().toString().simplified().toUtf8()).append('\n');
         }
-        lines += lineFor(entry.file, folder).toUtf8() + '\n';
+        lines.append(lineFor(entry.file, folder).toUtf8()).append('\n');
     }
     return lines;
 }
