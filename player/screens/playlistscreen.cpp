@@ -37,12 +37,6 @@ constexpr int labelSize = 11;
 constexpr int leastRowHeight = 16;
 constexpr int mostRowHeight = 200;
 
-QColor color(const Config& group, const QString& key, const QColor& fallback)
-{
-    const QColor read(group.readEntry(key));
-    return read.isValid() ? read : fallback;
-}
-
 QFont sized(QFont font, int pixels)
 {
     font.setPixelSize(pixels);
@@ -62,9 +56,9 @@ QPixmap markFrom(const QString& file)
 PlaylistLook lookFrom(const Config& group, const QWidget* widget)
 {
     PlaylistLook look;
-    look.text = color(group, QStringLiteral("text_color"), look.text);
-    look.label = color(group, QStringLiteral("label_color"), look.label);
-    look.accent = color(group, QStringLiteral("accent_color"), look.accent);
+    look.text = skinfiles::color(group, QStringLiteral("text_color"), look.text);
+    look.label = skinfiles::color(group, QStringLiteral("label_color"), look.label);
+    look.accent = skinfiles::color(group, QStringLiteral("accent_color"), look.accent);
     look.labelFont = sized(widget->font(), labelSize);
     look.rowHeight =
         std::clamp(group.readNumEntry(QStringLiteral("row_height"), look.rowHeight), leastRowHeight, mostRowHeight);
@@ -153,20 +147,20 @@ void PlaylistScreen::createTexts(const Config& group)
         bold.setBold(true);
         title->setFont(bold);
         title->setText(tr("Playlist"));
-        setTextColor(title, color(group, QStringLiteral("title_color"), look.selected));
+        setTextColor(title, skinfiles::color(group, QStringLiteral("title_color"), look.selected));
     }
     m_status = createLabel(group, QStringLiteral("status"));
     if (m_status) {
         m_status->setFont(sized(font(), labelSize));
         m_status->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        setTextColor(m_status, color(group, QStringLiteral("text_color"), look.text));
+        setTextColor(m_status, skinfiles::color(group, QStringLiteral("text_color"), look.text));
     }
     m_hint = new QLabel(this);
     m_hint->setGeometry(m_view->geometry());
     m_hint->setAttribute(Qt::WA_TransparentForMouseEvents);
     m_hint->setAlignment(Qt::AlignCenter);
     m_hint->setFont(sized(font(), nameSize));
-    setTextColor(m_hint, color(group, QStringLiteral("label_color"), look.label));
+    setTextColor(m_hint, skinfiles::color(group, QStringLiteral("label_color"), look.label));
 }
 
 void PlaylistScreen::createFilter(const Config& group)
@@ -183,10 +177,10 @@ void PlaylistScreen::createFilter(const Config& group)
     m_filter->setPlaceholderText(tr("Filter"));
     m_filter->setContextMenuPolicy(Qt::NoContextMenu);
     const PlaylistLook look;
-    setTextColor(m_filter, color(group, QStringLiteral("text_color"), look.text));
+    setTextColor(m_filter, skinfiles::color(group, QStringLiteral("text_color"), look.text));
     QPalette palette = m_filter->palette();
-    palette.setColor(QPalette::PlaceholderText, color(group, QStringLiteral("label_color"), look.label));
-    palette.setColor(QPalette::Highlight, color(group, QStringLiteral("accent_color"), look.accent));
+    palette.setColor(QPalette::PlaceholderText, skinfiles::color(group, QStringLiteral("label_color"), look.label));
+    palette.setColor(QPalette::Highlight, skinfiles::color(group, QStringLiteral("accent_color"), look.accent));
     m_filter->setPalette(palette);
     connect(m_filter, &QLineEdit::textChanged, this, &PlaylistScreen::filterChanged);
 }
