@@ -130,6 +130,7 @@ void PlayerWindow::chooseSaveFile()
     dialog->setFileMode(QFileDialog::AnyFile);
     dialog->setNameFilters({soundtypes::saveFilter(), tr("All files (*)")});
     dialog->setDefaultSuffix(QStringLiteral("m3u8"));
+    dialog->selectFile(tr("playlist") + QStringLiteral(".m3u8"));
     connect(dialog, &QFileDialog::fileSelected, this, &PlayerWindow::savePlaylist);
     openDialog(dialog);
 }
