@@ -151,10 +151,10 @@ void requireSkin(const QString& skin)
 void takeScreenshot(PlayerWindow& window, const QString& file)
 {
     auto* screenshot = new Screenshot(&window, file);
-    QObject::connect(screenshot, &Screenshot::taken, &window, [file](bool written) {
-        if (!written)
-            complain(QStringLiteral("cannot write %1").arg(file));
-        QCoreApplication::exit(written ? Done : Failed);
+    QObject::connect(screenshot, &Screenshot::taken, &window, [file](const QString& problem) {
+        if (!problem.isEmpty())
+            complain(QStringLiteral("cannot write %1: %2").arg(file, problem));
+        QCoreApplication::exit(problem.isEmpty() ? Done : Failed);
     });
 }
 

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QFileInfo>
+#include <QImageWriter>
 #include <QPixmap>
 #include <QWidget>
 #include <QWindow>
@@ -44,5 +45,6 @@ void Screenshot::take()
 {
     QCoreApplication::instance()->removeEventFilter(this);
     const bool hasEnding = !QFileInfo(m_file).suffix().isEmpty();
-    emit taken(m_window->grab().save(m_file, hasEnding ? nullptr : "PNG"));
+    QImageWriter writer(m_file, hasEnding ? QByteArray() : QByteArrayLiteral("png"));
+    emit taken(writer.write(m_window->grab().toImage()) ? QString() : writer.errorString());
 }

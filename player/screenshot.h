@@ -19,7 +19,8 @@ public:
     Screenshot(QWidget* window, const QString& file);
 
 signals:
-    void taken(bool written);
+    // The problem is empty where the picture has been written.
+    void taken(const QString& problem);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

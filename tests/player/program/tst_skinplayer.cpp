@@ -29,6 +29,7 @@ private slots:
     void folderIsRead();
     void screenshotAtAPosition_data();
     void screenshotAtAPosition();
+    void screenshotThatCannotBeWrittenFails_data();
     void screenshotThatCannotBeWrittenFails();
     void quitAfterEndsTheProgram();
     void silentPlaybackIsToldOnce();
@@ -299,12 +300,24 @@ void TestSkinplayer::screenshotAtAPosition()
     QCOMPARE(middle.red() > middle.blue(), isPlayed);
 }
 
+void TestSkinplayer::screenshotThatCannotBeWrittenFails_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("reason");
+    QTest::newRow("no directory") << QStringLiteral("no such directory/player.png") << QByteArray("No such file");
+    QTest::newRow("no format of pictures") << QStringLiteral("player.nothing") << QByteArray("nsupported image format");
+}
+
 void TestSkinplayer::screenshotThatCannotBeWrittenFails()
 {
-    const QString file = m_files.path("no such directory/player.png");
+    QFETCH(QString, name);
+    QFETCH(QByteArray, reason);
+    const QString file = m_files.path(name);
     const Result result = run({"--screenshot", file});
     QCOMPARE(result.exitCode, 1);
-    QVERIFY2(result.err.contains(file.toLocal8Bit()), result.err);
+    QVERIFY2(result.err.contains("cannot write " + file.toLocal8Bit() + ": "), result.err);
+    QVERIFY2(result.err.contains(reason), result.err);
+    QVERIFY(!QFile::exists(file));
 }
 
 void TestSkinplayer::quitAfterEndsTheProgram()
