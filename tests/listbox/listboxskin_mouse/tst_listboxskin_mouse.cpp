@@ -139,6 +139,7 @@ private slots:
     void rubberBand_data();
     void rubberBand();
     void rubberBandKeepsUntilReleased();
+    void rubberBandIsRepainted();
     void rubberBandAndDeletedCurrentItem();
     void rubberBandAndInsertedItem();
     void noRubberBand_data();
@@ -196,6 +197,7 @@ void TestListBoxSkinMouse::clicks_data()
     row("extended, control, selected", Extended, 0, "i0 i1", 1, "Control", "S M1 P1", "i0", "C1", "i0");
     row("extended, shift", Extended, 0, "i0", 1, "Shift", "S M1 P1", "i0 i1", "C1", "i0 i1");
     row("extended, shift, backwards", Extended, 1, "", 0, "Shift", "S M0 P0", "i0 i1", "C0", "i0 i1");
+    row("extended, shift and control", Extended, 0, "", 1, "Shift+Control", "S M1 P1", "i0 i1", "C1", "i0 i1");
     row("extended, shift lets the others go", Extended, 1, "i0", 1, "Shift", "S P1", "i1", "C1", "i1");
     row("extended, shift, none current", Extended, -1, "", 1, "Shift", "S M1 P1", "i1", "C1", "i1");
     row("extended, not selectable", Extended, 0, "i0", 2, "", "S M2 P2", "", "C2", "");
@@ -547,6 +549,21 @@ void TestListBoxSkinMouse::hovering()
     for (const QString& line : log.take())
         QVERIFY2(!line.startsWith(QLatin1String("on")), qPrintable(line));
     box.release(middleOf(1));
+    // Back on the same item after it has been outside.
+    box.hoverOver(middleOf(2));
+    log.take();
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(&box, &leave);
+    QCOMPARE(log.take(), QStringList());
+    box.hoverOver(middleOf(2));
+    QCOMPARE(log.take(), QStringList(QStringLiteral("onItem(i2)")));
+    // And after the item has.
+    ListBoxSkinItem* const item = box.item(2);
+    box.takeItem(item);
+    box.insertItem(item);
+    log.take();
+    box.hoverOver(middleOf(2));
+    QCOMPARE(log.take(), QStringList(QStringLiteral("onItem(i2)")));
 }
 
 void TestListBoxSkinMouse::rubberBand_data()
@@ -614,6 +631,50 @@ void TestListBoxSkinMouse::rubberBandKeepsUntilReleased()
     box.clearSelection();
     box.settle();
     QCOMPARE(box.viewport()->grab().toImage(), before);
+}
+
+// Where it is, where it was, and the item that is not current meanwhile.
+void TestListBoxSkinMouse::rubberBandIsRepainted()
+{
+    class Watched : public Box
+    {
+    public:
+        using Box::Box;
+        QRegion painted;
+
+    protected:
+        void viewportPaintEvent(QPaintEvent* event) override
+        {
+            painted += event->region();
+            Box::viewportPaintEvent(event);
+        }
+    };
+    Watched box(QSize(viewWidth, 100));
+    fill(box, 4);
+    box.setSelectionMode(Multi);
+    makeCurrent(box, 1);
+    box.showSettled();
+    const auto paintsNext = [&box](const QRect& band) {
+        box.painted = QRegion();
+        return QTest::qWaitFor([&box, &band] { return QRegion(band).subtracted(box.painted).isEmpty(); }, 30000);
+    };
+    const auto currentIsDirty = [&box] {
+        const bool dirty = box.block(1)->isDirty();
+        box.block(1)->dirty = false;
+        return dirty;
+    };
+    currentIsDirty();
+    box.press(QPoint(30, 80));
+    box.drag(QPoint(60, 70));
+    QVERIFY(currentIsDirty());
+    const QRect band(QPoint(30, 70), QPoint(60, 80));
+    QVERIFY(paintsNext(band));
+    box.drag(QPoint(40, 75));
+    QVERIFY(!currentIsDirty());
+    QVERIFY(paintsNext(band));
+    box.release(QPoint(40, 75));
+    QVERIFY(currentIsDirty());
+    QVERIFY(paintsNext(QRect(QPoint(30, 75), QPoint(40, 80))));
 }
 
 void TestListBoxSkinMouse::rubberBandAndDeletedCurrentItem()
