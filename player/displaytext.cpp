@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <QTextLayout>
 #include <QTextOption>
+#include <QtMath>
 
 #include <algorithm>
 
@@ -30,6 +31,12 @@ QString marked(const QString& text)
 {
     const QChar mark(0x200F);
     return text.isRightToLeft() ? mark + text + mark : text;
+}
+
+// The least width at which it is not shortened: QFontMetrics would round the sum of widths down, too.
+int widthOf(const QString& text, const QFont& font)
+{
+    return qCeil(QFontMetricsF(font).horizontalAdvance(text));
 }
 
 } // namespace
@@ -83,10 +90,9 @@ displaytext::Heading displaytext::heading(const QString& title, const QString& f
         return {elided(wholeFile, font, width, Qt::ElideMiddle), QString()};
     if (wholeFile.isEmpty())
         return {elided(wholeTitle, font, width), QString()};
-    const QFontMetrics metrics(font);
     const int room = width - gap;
-    const int least = std::min(metrics.horizontalAdvance(wholeFile), room / 3);
+    const int least = std::min(widthOf(wholeFile, font), room / 3);
     const QString shownTitle = elided(wholeTitle, font, room - least);
-    const int left = room - metrics.horizontalAdvance(shownTitle);
+    const int left = room - QFontMetrics(font).horizontalAdvance(shownTitle);
     return {shownTitle, elided(wholeFile, font, left, Qt::ElideMiddle)};
 }

@@ -20,6 +20,7 @@ private slots:
     void wrapsIntoTheSize();
     void wrapsBetweenWords();
     void headingKeepsWhatFits();
+    void headingKeepsShortFilesWhole();
     void headingFitsTheWidth_data();
     void headingFitsTheWidth();
     void headingWithoutATitleShowsTheFile();
@@ -155,6 +156,19 @@ void TestDisplayText::headingKeepsWhatFits()
         displaytext::heading(QStringLiteral("Night walk"), QStringLiteral("walk.ogg"), font(), 10, 430);
     QCOMPARE(heading.title, QStringLiteral("Night walk"));
     QCOMPARE(heading.file, QStringLiteral("walk.ogg"));
+}
+
+void TestDisplayText::headingKeepsShortFilesWhole()
+{
+    // Widths that are fractions of pixels, of which no rounding may cost letters.
+    QFont exact = font();
+    exact.setHintingPreference(QFont::PreferNoHinting);
+    const QString title = QStringLiteral("A very long title that goes on ").repeated(4);
+    for (const char* name : {"tagged.ogg", "walk.ogg", "i.mp3", "ill.flac", "01-tone.ogg", "Wave 7.wav", "lift.m4a"}) {
+        const QString file = QString::fromLatin1(name);
+        for (int width = 430; width < 460; ++width)
+            QCOMPARE(displaytext::heading(title, file, exact, 10, width).file, file);
+    }
 }
 
 void TestDisplayText::headingFitsTheWidth_data()
