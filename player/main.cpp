@@ -11,6 +11,7 @@
 #include <QCommandLineParser>
 #include <QFileInfo>
 #include <QTimer>
+#include <QUrl>
 
 #include <algorithm>
 #include <chrono>
@@ -59,6 +60,13 @@ double readSeconds(const QString& text)
     if (!ok || !(seconds >= 0 && seconds <= 1e6))
         quit(QStringLiteral("not a number of seconds: %1").arg(text), Failed);
     return seconds;
+}
+
+// Of a path, or of an address as other programs hand it over.
+QString pathOf(const QString& argument)
+{
+    const QUrl address(argument);
+    return QFileInfo(address.isLocalFile() ? address.toLocalFile() : argument).absoluteFilePath();
 }
 
 Options readOptions(const QCoreApplication& application)
@@ -135,7 +143,7 @@ Options readOptions(const QCoreApplication& application)
              Failed);
     options.keepsPlaylist = !parser.isSet(noKept);
     for (const QString& file : parser.positionalArguments())
-        options.files << QFileInfo(file).absoluteFilePath();
+        options.files << pathOf(file);
     return options;
 }
 

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QProcess>
 #include <QTest>
+#include <QUrl>
 
 /* The program as a user starts it. */
 class TestSkinplayer : public QObject
@@ -26,6 +27,7 @@ private slots:
     void screenshotOfThePlaylist();
     void playlistIsThereAtTheNextStart();
     void playlistFileIsRead();
+    void addressOfAFileIsRead();
     void folderIsRead();
     void screenshotAtAPosition_data();
     void screenshotAtAPosition();
@@ -260,6 +262,14 @@ void TestSkinplayer::playlistFileIsRead()
     const QByteArray kept = read(keptList());
     QVERIFY2(kept.contains("#EXTINF:20,The title\n" + a.toUtf8() + '\n'), kept);
     QVERIFY2(kept.contains("/gone.wav\n"), kept);
+}
+
+void TestSkinplayer::addressOfAFileIsRead()
+{
+    const QString sound = m_files.tone("a song.wav", 20000);
+    QCOMPARE(run({"--quit-after", "1", QUrl::fromLocalFile(sound).toString(QUrl::FullyEncoded)}).exitCode, 0);
+    const QByteArray kept = read(keptList());
+    QVERIFY2(kept.contains('\n' + sound.toUtf8() + '\n'), kept);
 }
 
 void TestSkinplayer::folderIsRead()
