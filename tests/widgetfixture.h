@@ -3,6 +3,7 @@
 
 #include "skinbase/skinfixture.h"
 
+#include <QBuffer>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -54,6 +55,22 @@ inline void put(QImage& target, const QImage& picture, const QRect& from, const 
 inline QPixmap pixmap(const QImage& picture)
 {
     return QPixmap::fromImage(picture.convertToFormat(QImage::Format_ARGB32), Qt::NoFormatConversion);
+}
+
+// What a widget shows, alone.
+inline QImage shown(QWidget& widget)
+{
+    return widget.grab().toImage().convertToFormat(QImage::Format_ARGB32);
+}
+
+// A picture as the contents of a file.
+inline QByteArray png(const QImage& picture)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    picture.save(&buffer, "PNG");
+    return bytes;
 }
 
 // The window that a skin is named by, with a way to wait until everything that was to be painted is painted.

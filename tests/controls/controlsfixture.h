@@ -2,6 +2,8 @@
 #define SKINWIDGETS_TESTS_CONTROLS_CONTROLSFIXTURE_H
 
 #include "controls/imagebutton.h"
+#include "controls/titlebar.h"
+#include "quiettest.h"
 #include "widgetfixture.h"
 
 #include <QPaintEvent>
@@ -17,7 +19,7 @@ namespace controlstest
 
 using namespace widgettest;
 
-// The application "app" with an installation of its own, and everything that is printed meanwhile.
+// The application "app" with an installation of its own.
 class Surroundings
 {
 public:
@@ -32,10 +34,19 @@ public:
     }
 
     Installation installation;
-    Messages messages;
 
 private:
     QString m_name;
+};
+
+// A test class with surroundings of their own for all its tests.
+class ControlsTest : public QuietTest
+{
+protected:
+    void setUp() override { surroundings = std::make_unique<Surroundings>(); }
+    void tearDown() override { surroundings.reset(); }
+
+    std::unique_ptr<Surroundings> surroundings;
 };
 
 // Signals and repaints in the order in which they happened.
@@ -71,7 +82,7 @@ public:
     using ImageButton::toggleOn;
 
     int maskUpdates = 0;
-    Recorder* trace = nullptr;
+    QPointer<Recorder> trace;
 
     // A pixel of a colour of its own for every picture.
     static QRgb pixelOf(int toggled, int picture) { return qRgb(200 - 100 * toggled, 40 * picture, 7); }
@@ -111,11 +122,43 @@ private:
     void tell(const QString& what) { trace->add(what + " in " + QString::number(state)); }
 };
 
-// What a widget shows, alone.
-inline QImage shown(QWidget& widget)
+// A button of 20 x 21 at (10, 10) of a window, and beside it a widget to have the focus instead.
+template <class AnyButton>
+class ButtonScene
 {
-    return widget.grab().toImage().convertToFormat(QImage::Format_ARGB32);
-}
+public:
+    explicit ButtonScene(const char* name) : button(&window, name)
+    {
+        button.setGeometry(10, 10, 20, 21);
+        button.fill();
+        other.setGeometry(50, 10, 20, 20);
+        other.setFocusPolicy(Qt::StrongFocus);
+    }
+
+    // The window is the active one, the focus is beside the button.
+    bool activate()
+    {
+        if (!window.activate())
+            return false;
+        other.setFocus();
+        return QTest::qWaitFor([this] { return other.hasFocus(); });
+    }
+
+    Window window;
+    AnyButton button;
+    QWidget other{&window};
+};
+
+// A bar whose data is in the open.
+class Bar : public TitleBar
+{
+public:
+    using TitleBar::TitleBar;
+
+    using TitleBar::closeButton;
+    using TitleBar::fileName;
+    using TitleBar::title;
+};
 
 inline void setWindowColour(QWidget& widget, QRgb pixel)
 {

@@ -2,11 +2,14 @@
 #define SKINWIDGETS_TESTS_MEDIA_MEDIAFIXTURE_H
 
 #include "media/sliderskin.h"
+#include "quiettest.h"
 #include "widgetfixture.h"
 
 #include <QPaintEvent>
 #include <QPointer>
 #include <QStringList>
+
+#include <memory>
 
 // What the tests of the media widgets share: one list for everything that happens, sliders whose data is in the open,
 // and skins whose places are round numbers.
@@ -14,6 +17,23 @@ namespace mediatest
 {
 
 using namespace widgettest;
+
+// A test class with an installation of their own for all its tests.
+class InstalledTest : public QuietTest
+{
+protected:
+    // The skins that the tests find installed.
+    virtual void installSkins() = 0;
+
+    void setUp() override
+    {
+        installation = std::make_unique<Installation>();
+        installSkins();
+    }
+    void tearDown() override { installation.reset(); }
+
+    std::unique_ptr<Installation> installation;
+};
 
 // One list in which signals of all senders, repaints and calls of virtual operations stand in the order in which they
 // happened.

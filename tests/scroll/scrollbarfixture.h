@@ -1,6 +1,7 @@
 #ifndef SKINWIDGETS_TESTS_SCROLL_SCROLLBARFIXTURE_H
 #define SKINWIDGETS_TESTS_SCROLL_SCROLLBARFIXTURE_H
 
+#include "quiettest.h"
 #include "scroll/builtinpictures.h"
 #include "scroll/scrollbarskin.h"
 #include "widgetfixture.h"

@@ -1,32 +1,14 @@
 #include "controls/controlsfixture.h"
 #include "controls/labelimage.h"
 #include "controls/labelskin.h"
-#include "controls/titlebar.h"
 #include "controls/whineexitbutton.h"
 
-#include <QBuffer>
 #include <QLoggingCategory>
 
 using namespace controlstest;
 
 namespace
 {
-
-class Bar : public TitleBar
-{
-public:
-    using TitleBar::closeButton;
-    using TitleBar::TitleBar;
-};
-
-QByteArray png(const QImage& picture)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    picture.save(&buffer, "PNG");
-    return bytes;
-}
 
 // A file that says to be a picture of a size and holds nothing of it.
 QByteArray headerOnly(quint32 width, quint32 height)
@@ -65,19 +47,11 @@ void exercise(Button& button)
 } // namespace
 
 // Missing, damaged and hostile input: nothing is shown in its place, nothing is printed and nothing breaks.
-class TestControlsBadInput : public QObject
+class TestControlsBadInput : public ControlsTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { surroundings = std::make_unique<Surroundings>(); }
-    void cleanup()
-    {
-        const QStringList printed = Messages::texts();
-        surroundings.reset();
-        QCOMPARE(printed, QStringList());
-    }
-
     void names_data();
     void names();
     void nullName();
@@ -93,9 +67,6 @@ private slots:
     void nullPicturesEverywhere();
     void labelPicturesOfOddShapes();
     void backgroundsOfOddShapes();
-
-private:
-    std::unique_ptr<Surroundings> surroundings;
 };
 
 void TestControlsBadInput::names_data()

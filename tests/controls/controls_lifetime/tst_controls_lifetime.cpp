@@ -1,8 +1,8 @@
 #include "controls/controlsfixture.h"
 #include "controls/labelimage.h"
 #include "controls/labelskin.h"
-#include "controls/titlebar.h"
 #include "controls/whineexitbutton.h"
+#include "lifetimefixture.h"
 
 #include <QWindow>
 
@@ -11,60 +11,14 @@ using namespace controlstest;
 namespace
 {
 
-// What a receiver deletes.
-enum Victim { Sender, Parent, TopLevel };
-
-const char* nameOf(Victim victim)
-{
-    return victim == Sender ? "the sender" : victim == Parent ? "its parent" : "its window";
-}
-
-class Bar : public TitleBar
-{
-public:
-    using TitleBar::closeButton;
-    using TitleBar::TitleBar;
-};
-
-// A widget at (0, 0) of a parent in a window, all on the heap.
+// A widget at (0, 0) of its parent.
 template <class Widget>
-struct Scene {
-    ~Scene() { delete window; }
-    Scene()
+struct Scene : HeapScene<Widget> {
+    Scene() : HeapScene<Widget>("play")
     {
-        parent->setGeometry(0, 0, 300, 200);
-        widget->setGeometry(0, 0, 20, 21);
+        this->parent->setGeometry(0, 0, 300, 200);
+        this->widget->setGeometry(0, 0, 20, 21);
     }
-    Q_DISABLE_COPY_MOVE(Scene)
-
-    QWidget* victim(Victim which) const
-    {
-        return which == Sender ? widget.data() : which == Parent ? parent.data() : window.data();
-    }
-
-    QPointer<Window> window = new Window;
-    QPointer<QWidget> parent = new QWidget(window);
-    QPointer<Widget> widget = new Widget(parent, "play");
-};
-
-// Deletes when it is told to, once.
-class Executioner : public QObject
-{
-    Q_OBJECT
-
-public:
-    explicit Executioner(QWidget* victim) : m_victim(victim) {}
-    int calls = 0;
-
-public slots:
-    void execute()
-    {
-        ++calls;
-        delete m_victim;
-    }
-
-private:
-    QPointer<QWidget> m_victim;
 };
 
 template <class Widget>
@@ -199,20 +153,11 @@ bool dies(const Action<Widget>& action, Victim victim, bool inAShownWindow)
 } // namespace
 
 // Receivers that delete the sender, its parent or its window.
-class TestControlsLifetime : public QObject
+class TestControlsLifetime : public ControlsTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { surroundings = std::make_unique<Surroundings>(); }
-    void cleanup()
-    {
-        QCoreApplication::processEvents();
-        const QStringList printed = Messages::texts();
-        surroundings.reset();
-        QCOMPARE(printed, QStringList());
-    }
-
     void buttonSignals_data() { addRows(buttonActions()); }
     void buttonSignals();
     void barSignals_data() { addRows(barActions()); }
@@ -229,9 +174,6 @@ private slots:
     void withoutCloseButton();
     void buttonWithoutItsFilter();
     void labelsGoWithTheirPictures();
-
-private:
-    std::unique_ptr<Surroundings> surroundings;
 };
 
 void TestControlsLifetime::buttonSignals()

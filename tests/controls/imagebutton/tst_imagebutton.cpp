@@ -4,19 +4,11 @@
 
 using namespace controlstest;
 
-class TestImageButton : public QObject
+class TestImageButton : public ControlsTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { surroundings = std::make_unique<Surroundings>(); }
-    void cleanup()
-    {
-        const QStringList printed = Messages::texts();
-        surroundings.reset();
-        QCOMPARE(printed, QStringList());
-    }
-
     void construction();
     void constructionWithoutAnything();
     void membersInOrder();
@@ -94,37 +86,23 @@ private:
             surroundings->picture(name + states[k] + suffix, picture(k, suffix));
     }
     static QImage picture(int k, const QString& suffix = {}) { return pattern(8, 5, 10 * k + int(suffix.size())); }
-
-    std::unique_ptr<Surroundings> surroundings;
 };
 
 namespace
 {
 
-// A button at (10, 10) of a window with focus elsewhere, and the list of what happens to it.
-struct Scene {
-    Scene()
-    {
-        button.setGeometry(10, 10, 20, 21);
-        button.fill();
-        other.setGeometry(50, 10, 20, 20);
-        other.setFocusPolicy(Qt::StrongFocus);
-    }
+// A button and the list of what happens to it once the window is active.
+struct Scene : ButtonScene<Button> {
+    Scene() : ButtonScene("play") {}
     bool activate()
     {
-        if (!window.activate())
-            return false;
-        other.setFocus();
-        if (!QTest::qWaitFor([this] { return other.hasFocus(); }) || !window.settle())
+        if (!ButtonScene::activate() || !window.settle())
             return false;
         button.watch(recorder);
         return true;
     }
 
     Recorder recorder;
-    Window window;
-    Button button{&window, "play"};
-    QWidget other{&window};
 };
 
 const QString whole = QStringLiteral("paint 0,0 20x21 in %1");

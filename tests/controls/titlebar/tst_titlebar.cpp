@@ -1,5 +1,4 @@
 #include "controls/controlsfixture.h"
-#include "controls/titlebar.h"
 
 #include <QWindow>
 
@@ -11,17 +10,6 @@ namespace
 constexpr QRgb titleColour = qRgb(255, 249, 178);
 constexpr QRgb fileNameColour = qRgb(255, 255, 255);
 constexpr QRgb ground = 0xff0a141e;
-
-// A bar whose data is in the open.
-class Bar : public TitleBar
-{
-public:
-    using TitleBar::TitleBar;
-
-    using TitleBar::closeButton;
-    using TitleBar::fileName;
-    using TitleBar::title;
-};
 
 // A text as the toolkit paints it into a box.
 void paintText(QImage& picture, const QFont& font, int x, const QString& text, QRgb colour)
@@ -54,19 +42,11 @@ QImage shownBar(Bar& bar)
 
 } // namespace
 
-class TestTitleBar : public QObject
+class TestTitleBar : public ControlsTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { surroundings = std::make_unique<Surroundings>(); }
-    void cleanup()
-    {
-        const QStringList printed = Messages::texts();
-        surroundings.reset();
-        QCOMPARE(printed, QStringList());
-    }
-
     void construction();
     void signalsAndSlots();
     void membersInOrder();
@@ -88,9 +68,6 @@ private slots:
     void titleDoesNotRepaint();
     void fileNameRepaintsAtOnce();
     void nullAndEmptyFileName();
-
-private:
-    std::unique_ptr<Surroundings> surroundings;
 };
 
 void TestTitleBar::construction()

@@ -44,47 +44,27 @@ private:
     }
 };
 
-struct Scene {
-    Scene()
-    {
-        button.setGeometry(10, 10, 20, 21);
-        button.fill();
-        other.setGeometry(50, 10, 20, 20);
-        other.setFocusPolicy(Qt::StrongFocus);
-    }
+struct Scene : ButtonScene<ExitButton> {
+    Scene() : ButtonScene("exit") {}
     bool activate()
     {
-        if (!window.activate())
-            return false;
-        other.setFocus();
-        const bool there = QTest::qWaitFor([this] { return other.hasFocus(); });
+        const bool there = ButtonScene::activate();
         button.take();
         return there;
     }
     QWindow* handle() const { return window.windowHandle(); }
 
-    Window window;
-    ExitButton button{&window, "exit"};
-    QWidget other{&window};
     QPoint inside{15, 15};
     QPoint outside{200, 100};
 };
 
 } // namespace
 
-class TestWhineExitButton : public QObject
+class TestWhineExitButton : public ControlsTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { surroundings = std::make_unique<Surroundings>(); }
-    void cleanup()
-    {
-        const QStringList printed = Messages::texts();
-        surroundings.reset();
-        QCOMPARE(printed, QStringList());
-    }
-
     void construction();
     void slotsInOrder();
     void membersInOrder();
@@ -104,9 +84,6 @@ private slots:
     void disabledWhileHeld();
     void nullPictures();
     void notResized();
-
-private:
-    std::unique_ptr<Surroundings> surroundings;
 };
 
 void TestWhineExitButton::construction()

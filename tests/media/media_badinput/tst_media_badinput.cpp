@@ -1,11 +1,8 @@
 #include "media/timeskin.h"
 #include "media/volumefixture.h"
 
-#include <QBuffer>
 #include <QElapsedTimer>
 #include <QRandomGenerator>
-
-#include <memory>
 
 using namespace mediatest;
 
@@ -21,15 +18,6 @@ QByteArray randomBytes(int count)
     QByteArray bytes(count, '\0');
     for (char& byte : bytes)
         byte = static_cast<char>(generator.bounded(256));
-    return bytes;
-}
-
-QByteArray png(const QImage& picture)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    picture.save(&buffer, "PNG");
     return bytes;
 }
 
@@ -119,32 +107,11 @@ void exercise(Volume& panel)
 
 } // namespace
 
-class TestMediaBadInput : public QObject
+class TestMediaBadInput : public InstalledTest
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        installation = std::make_unique<Installation>();
-        SliderSkins::install(*installation);
-        VolumeSkins::install(*installation, "volume");
-        installation->picture("time", "numbers.png", pattern(100, 20));
-        installation->picture("time", "colon.png", pattern(4, 20));
-        installation->config("time", "[Time]\nnumber_image = numbers.png\ncolon_image = colon.png\nspacing = 2\n");
-        messages = std::make_unique<Messages>();
-        clock.start();
-    }
-    void cleanup()
-    {
-        const QStringList printed = Messages::texts();
-        messages.reset();
-        installation.reset();
-        QCOMPARE(printed, QStringList());
-        // Bounded time: each row is done in a moment.
-        QVERIFY2(clock.elapsed() < 20000, qPrintable(QString::number(clock.elapsed())));
-    }
-
     void pictures_data();
     void pictures();
     void picturePaths_data();
@@ -179,8 +146,25 @@ private slots:
     void buttonNames();
 
 private:
-    std::unique_ptr<Installation> installation;
-    std::unique_ptr<Messages> messages;
+    void installSkins() override
+    {
+        SliderSkins::install(*installation);
+        VolumeSkins::install(*installation, "volume");
+        installation->picture("time", "numbers.png", pattern(100, 20));
+        installation->picture("time", "colon.png", pattern(4, 20));
+        installation->config("time", "[Time]\nnumber_image = numbers.png\ncolon_image = colon.png\nspacing = 2\n");
+    }
+    void setUp() override
+    {
+        InstalledTest::setUp();
+        clock.start();
+    }
+    void tearDown() override
+    {
+        InstalledTest::tearDown();
+        // Bounded time: each row is done in a moment.
+        QVERIFY2(clock.elapsed() < 20000, qPrintable(QString::number(clock.elapsed())));
+    }
     QElapsedTimer clock;
 };
 

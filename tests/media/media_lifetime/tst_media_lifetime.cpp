@@ -1,3 +1,4 @@
+#include "lifetimefixture.h"
 #include "media/timeskin.h"
 #include "media/volumefixture.h"
 
@@ -10,35 +11,17 @@ using namespace mediatest;
 namespace
 {
 
-// What a receiver deletes.
-enum Victim { Sender, Parent, TopLevel };
-
-const char* nameOf(Victim victim)
-{
-    return victim == Sender ? "the sender" : victim == Parent ? "its parent" : "its window";
-}
-
-// A slider at (0, 0) of a parent in a window, all on the heap. Range 0 to 19, value 7 at pixel 70.
-struct SliderScene {
-    SliderScene()
+// A slider at (0, 0) of its parent. Range 0 to 19, value 7 at pixel 70.
+struct SliderScene : HeapScene<Slider> {
+    SliderScene() : HeapScene("Seek")
     {
-        slider->setRange(0, 19);
-        slider->setSteps(1, 3);
-        slider->setValue(7);
-        recorder.watchSignals(slider);
-    }
-    ~SliderScene() { delete window; }
-    Q_DISABLE_COPY_MOVE(SliderScene)
-
-    QWidget* victim(Victim which) const
-    {
-        return which == Sender ? slider.data() : which == Parent ? parent.data() : window.data();
+        widget->setRange(0, 19);
+        widget->setSteps(1, 3);
+        widget->setValue(7);
+        recorder.watchSignals(widget);
     }
 
     Recorder recorder;
-    QPointer<QWidget> window = new Window;
-    QPointer<QWidget> parent = new QWidget(window);
-    QPointer<Slider> slider = new Slider(parent, "Seek");
 };
 
 struct SliderAction {
@@ -114,25 +97,15 @@ const QList<SliderAction>& sliderActions()
     return actions;
 }
 
-// A volume panel with level 5 whose mute_off button shows, in a parent in a window, all on the heap.
-struct VolumeScene {
-    VolumeScene()
+// A volume panel with level 5 whose mute_off button shows, and the slider in it.
+struct VolumeScene : HeapScene<Volume> {
+    VolumeScene() : HeapScene("Volume", "volume")
     {
-        panel->set_volumeRange(0, 10, 2);
-        panel->set_volumeValue(5);
-        slider = panel->slider;
-    }
-    ~VolumeScene() { delete window; }
-    Q_DISABLE_COPY_MOVE(VolumeScene)
-
-    QWidget* victim(Victim which) const
-    {
-        return which == Sender ? panel.data() : which == Parent ? parent.data() : window.data();
+        widget->set_volumeRange(0, 10, 2);
+        widget->set_volumeValue(5);
+        slider = widget->slider;
     }
 
-    QPointer<QWidget> window = new Window("volume");
-    QPointer<QWidget> parent = new QWidget(window);
-    QPointer<Volume> panel = new Volume(parent, "Volume");
     QPointer<SliderSkin> slider;
 };
 
@@ -260,30 +233,10 @@ void addRows(const QList<Action>& actions, const std::function<QString(const Act
                 << i << int(victim);
 }
 
-// Deletes when it is told to, once.
-class Executioner : public QObject
-{
-    Q_OBJECT
-
-public:
-    explicit Executioner(QWidget* victim) : m_victim(victim) {}
-    int calls = 0;
-
-public slots:
-    void execute()
-    {
-        ++calls;
-        delete m_victim;
-    }
-
-private:
-    QPointer<QWidget> m_victim;
-};
-
 } // namespace
 
 // Receivers that delete the sender, its parent or its window, and receivers that call back.
-class TestMediaLifetime : public QObject
+class TestMediaLifetime : public QuietTest
 {
     Q_OBJECT
 
@@ -296,14 +249,6 @@ private slots:
         VolumeSkins::install(*installation, "volume");
     }
     void cleanupTestCase() { installation.reset(); }
-    void init() { messages = std::make_unique<Messages>(); }
-    void cleanup()
-    {
-        QCoreApplication::processEvents();
-        const QStringList printed = Messages::texts();
-        messages.reset();
-        QCOMPARE(printed, QStringList());
-    }
 
     void sliderSignals_data();
     void sliderSignals();
@@ -338,7 +283,6 @@ private:
     void runVolume(VolumeScene& scene, const QList<VolumeAction>& actions, bool ofSlider);
 
     std::unique_ptr<Installation> installation;
-    std::unique_ptr<Messages> messages;
 };
 
 void TestMediaLifetime::sliderSignals_data()
@@ -352,8 +296,8 @@ void TestMediaLifetime::runSlider(SliderScene& scene)
     QFETCH(int, victim);
     const SliderAction& what = sliderActions().at(action);
     if (what.before)
-        what.before(scene.slider);
-    QVERIFY(scene.slider);
+        what.before(scene.widget);
+    QVERIFY(scene.widget);
     scene.recorder.take();
     const QPointer<QWidget> condemned = scene.victim(Victim(victim));
     int seen = 0;
@@ -361,13 +305,13 @@ void TestMediaLifetime::runSlider(SliderScene& scene)
         if (scene.recorder.log.last() == what.line && ++seen == what.occurrence)
             delete condemned;
     };
-    connect(scene.slider, &SliderSkin::valueChanged, &scene.recorder, maybeDelete);
-    connect(scene.slider, &SliderSkin::sliderMoved, &scene.recorder, maybeDelete);
-    connect(scene.slider, &SliderSkin::sliderPressed, &scene.recorder, maybeDelete);
-    connect(scene.slider, &SliderSkin::seekReleased, &scene.recorder, maybeDelete);
-    what.act(scene.slider);
+    connect(scene.widget, &SliderSkin::valueChanged, &scene.recorder, maybeDelete);
+    connect(scene.widget, &SliderSkin::sliderMoved, &scene.recorder, maybeDelete);
+    connect(scene.widget, &SliderSkin::sliderPressed, &scene.recorder, maybeDelete);
+    connect(scene.widget, &SliderSkin::seekReleased, &scene.recorder, maybeDelete);
+    what.act(scene.widget);
     QVERIFY(!condemned);
-    QVERIFY(!scene.slider);
+    QVERIFY(!scene.widget);
     // Nothing is heard of the slider after that.
     QCOMPARE(scene.recorder.log.last(), what.line);
     QCOMPARE(scene.recorder.log.count(what.line), what.occurrence);
@@ -387,7 +331,7 @@ void TestMediaLifetime::sliderSignalsInAShownWindow_data()
 void TestMediaLifetime::sliderSignalsInAShownWindow()
 {
     SliderScene scene;
-    QVERIFY(static_cast<Window*>(scene.window.data())->expose());
+    QVERIFY(scene.window->expose());
     runSlider(scene);
 }
 
@@ -406,21 +350,21 @@ void TestMediaLifetime::sliderThroughTheWindow()
     QFETCH(int, victim);
     SliderScene scene;
     scene.parent->setGeometry(scene.window->rect());
-    QVERIFY(static_cast<Window*>(scene.window.data())->expose());
+    QVERIFY(scene.window->expose());
     const QPointer<QWidget> condemned = scene.victim(Victim(victim));
     const auto maybeDelete = [&] {
         if (scene.recorder.log.last() == line)
             delete condemned;
     };
-    connect(scene.slider, &SliderSkin::valueChanged, &scene.recorder, maybeDelete);
-    connect(scene.slider, &SliderSkin::sliderMoved, &scene.recorder, maybeDelete);
-    connect(scene.slider, &SliderSkin::sliderPressed, &scene.recorder, maybeDelete);
-    connect(scene.slider, &SliderSkin::seekReleased, &scene.recorder, maybeDelete);
+    connect(scene.widget, &SliderSkin::valueChanged, &scene.recorder, maybeDelete);
+    connect(scene.widget, &SliderSkin::sliderMoved, &scene.recorder, maybeDelete);
+    connect(scene.widget, &SliderSkin::sliderPressed, &scene.recorder, maybeDelete);
+    connect(scene.widget, &SliderSkin::seekReleased, &scene.recorder, maybeDelete);
     QWindow* window = scene.window->windowHandle();
     QTest::mousePress(window, Qt::LeftButton, {}, QPoint(74, 5));
     QTest::mouseMove(window, QPoint(94, 5));
     QTest::mouseRelease(window, Qt::LeftButton, {}, QPoint(94, 5));
-    QVERIFY(!scene.slider);
+    QVERIFY(!scene.widget);
     QCOMPARE(scene.recorder.log.last(), line);
 }
 
@@ -435,22 +379,22 @@ void TestMediaLifetime::runVolume(VolumeScene& scene, const QList<VolumeAction>&
     QFETCH(int, victim);
     const VolumeAction& what = actions.at(action);
     if (what.before)
-        what.before(scene.panel);
-    QVERIFY(scene.panel);
+        what.before(scene.widget);
+    QVERIFY(scene.widget);
     const QPointer<QWidget> condemned = scene.victim(Victim(victim));
     Executioner executioner(condemned);
-    QObject* sender = ofSlider ? static_cast<QObject*>(scene.slider) : scene.panel;
+    QObject* sender = ofSlider ? static_cast<QObject*>(scene.slider) : scene.widget;
     QVERIFY(connect(sender, what.signal, &executioner, SLOT(execute())));
-    what.act(scene.panel);
+    what.act(scene.widget);
     QCOMPARE(executioner.calls, 1);
     QVERIFY(!condemned);
-    QVERIFY(!scene.panel && !scene.slider);
+    QVERIFY(!scene.widget && !scene.slider);
 }
 
 void TestMediaLifetime::volumeSignals()
 {
     VolumeScene scene;
-    QCOMPARE(scene.panel->size(), QSize(120, 40));
+    QCOMPARE(scene.widget->size(), QSize(120, 40));
     runVolume(scene, volumeActions(), false);
 }
 
@@ -462,7 +406,7 @@ void TestMediaLifetime::volumeSignalsInAShownWindow_data()
 void TestMediaLifetime::volumeSignalsInAShownWindow()
 {
     VolumeScene scene;
-    QVERIFY(static_cast<Window*>(scene.window.data())->expose());
+    QVERIFY(scene.window->expose());
     runVolume(scene, volumeActions(), false);
 }
 
@@ -492,14 +436,14 @@ void TestMediaLifetime::levelDeletedAlone()
     VolumeScene scene;
     const VolumeAction& what = levelActions().at(action);
     if (what.before)
-        what.before(scene.panel);
+        what.before(scene.widget);
     Executioner executioner(scene.slider);
     QVERIFY(connect(scene.slider, what.signal, &executioner, SLOT(execute())));
-    what.act(scene.panel);
+    what.act(scene.widget);
     QCOMPARE(executioner.calls, 1);
-    QVERIFY(scene.panel && !scene.slider);
-    QVERIFY(!scene.panel->slider);
-    scene.panel->grab();
+    QVERIFY(scene.widget && !scene.slider);
+    QVERIFY(!scene.widget->slider);
+    scene.widget->grab();
 }
 
 void TestMediaLifetime::panelWithoutLevel()
@@ -508,111 +452,111 @@ void TestMediaLifetime::panelWithoutLevel()
     // Also where nobody is to hear of it.
     scene.slider->blockSignals(true);
     delete scene.slider;
-    QVERIFY(!scene.panel->slider);
-    scene.panel->set_volumeRange(0, 10, 1);
-    scene.panel->set_volumeValue(4);
-    scene.panel->change_muteButton(true);
-    scene.panel->change_volumebutton();
-    scene.panel->button_event(scene.panel, "mute_off");
-    scene.panel->setAlphaOverride(9);
-    scene.panel->setBackgroundPixmap(pixmap(pattern(50, 50)));
+    QVERIFY(!scene.widget->slider);
+    scene.widget->set_volumeRange(0, 10, 1);
+    scene.widget->set_volumeValue(4);
+    scene.widget->change_muteButton(true);
+    scene.widget->change_volumebutton();
+    scene.widget->button_event(scene.widget, "mute_off");
+    scene.widget->setAlphaOverride(9);
+    scene.widget->setBackgroundPixmap(pixmap(pattern(50, 50)));
     QFocusEvent in(QEvent::FocusIn);
-    QVERIFY(!static_cast<QObject*>(scene.panel)->eventFilter(scene.panel, &in));
-    scene.panel->grab();
+    QVERIFY(!static_cast<QObject*>(scene.widget)->eventFilter(scene.widget, &in));
+    scene.widget->grab();
 }
 
 // The panel takes a new slider, and lets go of the old one for good.
 void TestMediaLifetime::sliderReplaced()
 {
     VolumeScene scene;
-    scene.panel->init_volumeskin("Volume");
+    scene.widget->init_volumeskin("Volume");
     QVERIFY(!scene.slider);
-    scene.slider = scene.panel->slider;
-    QCOMPARE(scene.panel->findChildren<SliderSkin*>(), QList<SliderSkin*>{scene.slider});
+    scene.slider = scene.widget->slider;
+    QCOMPARE(scene.widget->findChildren<SliderSkin*>(), QList<SliderSkin*>{scene.slider});
     delete scene.slider;
-    QVERIFY(!scene.panel->slider);
-    scene.panel->set_volumeValue(3);
-    scene.panel->init_volumeskin("Volume");
-    QVERIFY(scene.panel->slider);
+    QVERIFY(!scene.widget->slider);
+    scene.widget->set_volumeValue(3);
+    scene.widget->init_volumeskin("Volume");
+    QVERIFY(scene.widget->slider);
 }
 
 // The rest of the move counts in the new range.
 void TestMediaLifetime::rangeChangedWhileMoved()
 {
     SliderScene scene;
-    hold(scene.slider);
-    connect(scene.slider, &SliderSkin::sliderMoved, scene.slider, [&] { scene.slider->setRange(0, 5); });
+    hold(scene.widget);
+    connect(scene.widget, &SliderSkin::sliderMoved, scene.widget, [&] { scene.widget->setRange(0, 5); });
     scene.recorder.take();
-    move(scene.slider, {124, 5});
-    QCOMPARE(scene.slider->value(), 3);
-    QCOMPARE(scene.slider->sliderVal, 3);
-    QCOMPARE(scene.slider->sliderPos, scene.slider->positionFromValue(3));
+    move(scene.widget, {124, 5});
+    QCOMPARE(scene.widget->value(), 3);
+    QCOMPARE(scene.widget->sliderVal, 3);
+    QCOMPARE(scene.widget->sliderPos, scene.widget->positionFromValue(3));
     QCOMPARE(scene.recorder.log.last(), QString("valueChanged(3)"));
 }
 
 void TestMediaLifetime::disabledWhilePressed()
 {
     SliderScene scene;
-    connect(scene.slider, &SliderSkin::sliderPressed, scene.slider, [&] { scene.slider->setDisable(true); });
-    press(scene.slider, {120, 5});
-    move(scene.slider, {30, 5});
-    release(scene.slider, {30, 5});
+    connect(scene.widget, &SliderSkin::sliderPressed, scene.widget, [&] { scene.widget->setDisable(true); });
+    press(scene.widget, {120, 5});
+    move(scene.widget, {30, 5});
+    release(scene.widget, {30, 5});
     QCOMPARE(scene.recorder.take(), (QStringList{"sliderMoved(12)", "sliderPressed()"}));
-    QCOMPARE(int(scene.slider->state), int(SliderState::Inactive));
+    QCOMPARE(int(scene.widget->state), int(SliderState::Inactive));
 }
 
 void TestMediaLifetime::disabledWhileMoved()
 {
     SliderScene scene;
-    hold(scene.slider);
-    connect(scene.slider, &SliderSkin::sliderMoved, scene.slider, [&] { scene.slider->setDisable(true); });
+    hold(scene.widget);
+    connect(scene.widget, &SliderSkin::sliderMoved, scene.widget, [&] { scene.widget->setDisable(true); });
     scene.recorder.take();
-    move(scene.slider, {94, 5});
-    move(scene.slider, {34, 5});
-    release(scene.slider, {34, 5});
+    move(scene.widget, {94, 5});
+    move(scene.widget, {34, 5});
+    release(scene.widget, {34, 5});
     QCOMPARE(scene.recorder.take(), (QStringList{"sliderMoved(9)", "valueChanged(9)", "valueChanged(9)"}));
-    QCOMPARE(int(scene.slider->state), int(SliderState::Inactive));
+    QCOMPARE(int(scene.widget->state), int(SliderState::Inactive));
 }
 
 void TestMediaLifetime::valueSetInValueChanged()
 {
     SliderScene scene;
-    connect(scene.slider, &SliderSkin::valueChanged, scene.slider, [&](unsigned int value) {
+    connect(scene.widget, &SliderSkin::valueChanged, scene.widget, [&](unsigned int value) {
         if (value == 9)
-            scene.slider->setValue(2);
+            scene.widget->setValue(2);
     });
-    scene.slider->setValue(9);
+    scene.widget->setValue(9);
     QCOMPARE(scene.recorder.take(), (QStringList{"valueChanged(9)", "valueChanged(2)"}));
-    QCOMPARE(scene.slider->value(), 2);
-    QCOMPARE(scene.slider->sliderVal, 2);
-    QCOMPARE(scene.slider->sliderPos, 20);
+    QCOMPARE(scene.widget->value(), 2);
+    QCOMPARE(scene.widget->sliderVal, 2);
+    QCOMPARE(scene.widget->sliderPos, 20);
 }
 
 void TestMediaLifetime::setValueInitInValueChanged()
 {
     SliderScene scene;
     int calls = 0;
-    connect(scene.slider, &SliderSkin::valueChanged, scene.slider, [&] {
+    connect(scene.widget, &SliderSkin::valueChanged, scene.widget, [&] {
         if (++calls == 1)
-            scene.slider->setValueInit(0, 100, 5);
+            scene.widget->setValueInit(0, 100, 5);
     });
-    scene.slider->setValueInit(9, 15, 2);
-    QCOMPARE((QList<int>{scene.slider->minValue(), scene.slider->maxValue(), scene.slider->pageStep(),
-                         scene.slider->value()}),
+    scene.widget->setValueInit(9, 15, 2);
+    QCOMPARE((QList<int>{scene.widget->minValue(), scene.widget->maxValue(), scene.widget->pageStep(),
+                         scene.widget->value()}),
              (QList<int>{0, 15, 2, 9}));
-    QCOMPARE(scene.slider->sliderPos, 0);
+    QCOMPARE(scene.widget->sliderPos, 0);
 }
 
 void TestMediaLifetime::volumeSetInAppVolumes()
 {
     VolumeScene scene;
     QList<unsigned int> volumes;
-    connect(scene.panel, &VolumeSkin::app_volumes, scene.panel, [&](unsigned int volume) {
+    connect(scene.widget, &VolumeSkin::app_volumes, scene.widget, [&](unsigned int volume) {
         volumes << volume;
         // Ignored: the slider is dragged until the signal returns.
-        scene.panel->set_volumeValue(1);
+        scene.widget->set_volumeValue(1);
     });
-    holdLevel(scene.panel);
+    holdLevel(scene.widget);
     move(scene.slider, {30, 4});
     release(scene.slider, {30, 4});
     QCOMPARE(volumes, QList<unsigned int>{7});
@@ -623,11 +567,11 @@ void TestMediaLifetime::volumeSetInAppVolumes()
 void TestMediaLifetime::volumeSetInAppMute()
 {
     VolumeScene scene;
-    connect(scene.panel, &VolumeSkin::app_mute, scene.panel, [&] { scene.panel->set_volumeValue(0); });
-    scene.panel->button_event(scene.panel, "mute_on");
+    connect(scene.widget, &VolumeSkin::app_mute, scene.widget, [&] { scene.widget->set_volumeValue(0); });
+    scene.widget->button_event(scene.widget, "mute_on");
     QCOMPARE(scene.slider->value(), 0);
-    QCOMPARE(scene.panel->state("mute_off"), int(Hidden));
-    QCOMPARE(scene.panel->state("mute_on"), int(Focus));
+    QCOMPARE(scene.widget->state("mute_off"), int(Hidden));
+    QCOMPARE(scene.widget->state("mute_on"), int(Focus));
 }
 
 // The click of a button that is held while the level changes counts, and exactly one button shows in the end.
@@ -635,15 +579,15 @@ void TestMediaLifetime::heldButtonAndNewLevel()
 {
     VolumeScene scene;
     QStringList log;
-    connect(scene.panel, &VolumeSkin::app_mute, this, [&](bool mute) { log << (mute ? "mute" : "sound"); });
-    connect(scene.panel, &SkinBase::button_clicked, this, [&](const QObject*, const QString& name) { log << name; });
-    holdButton(scene.panel);
-    scene.panel->set_volumeValue(3);
+    connect(scene.widget, &VolumeSkin::app_mute, this, [&](bool mute) { log << (mute ? "mute" : "sound"); });
+    connect(scene.widget, &SkinBase::button_clicked, this, [&](const QObject*, const QString& name) { log << name; });
+    holdButton(scene.widget);
+    scene.widget->set_volumeValue(3);
     QCOMPARE(log, (QStringList{"mute", "mute_off"}));
-    QVERIFY(scene.panel->muted && !scene.panel->buttonHeld);
-    QCOMPARE(scene.panel->state("mute_off"), int(Hidden));
-    QCOMPARE(scene.panel->state("mute_on"), int(Focus));
-    release(scene.panel, VolumeSkins::button);
+    QVERIFY(scene.widget->muted && !scene.widget->buttonHeld);
+    QCOMPARE(scene.widget->state("mute_off"), int(Hidden));
+    QCOMPARE(scene.widget->state("mute_on"), int(Focus));
+    release(scene.widget, VolumeSkins::button);
     QCOMPARE(log.size(), 2);
 }
 

@@ -30,28 +30,13 @@ public:
 } // namespace
 
 // Construction, skins, range, geometry and markers. Painting and the stylus have programs of their own.
-class TestSliderSkin : public QObject
+class TestSliderSkin : public InstalledTest
 {
     Q_OBJECT
 
 private slots:
     // Before any slider was pressed.
     void initTestCase() { QCOMPARE(Slider::sliderStartVal, 0); }
-    void init()
-    {
-        installation = std::make_unique<Installation>();
-        SliderSkins::install(*installation);
-        messages = std::make_unique<Messages>();
-    }
-    void cleanup()
-    {
-        const QStringList printed = Messages::texts();
-        messages.reset();
-        installation.reset();
-        QCOMPARE(printed, expectedMessages);
-        expectedMessages.clear();
-    }
-
     void bases();
     void dataModel();
     void enumerations();
@@ -150,12 +135,10 @@ private slots:
     void clearMarkersInOrder();
 
 private:
+    void installSkins() override { SliderSkins::install(*installation); }
+
     QString file(const QString& name) const { return installation->skin("player") + QLatin1Char('/') + name; }
     std::unique_ptr<Slider> makeSlider(const QString& constructor, QWidget* parent, const char* name = "Seek") const;
-
-    std::unique_ptr<Installation> installation;
-    std::unique_ptr<Messages> messages;
-    QStringList expectedMessages;
 };
 
 std::unique_ptr<Slider> TestSliderSkin::makeSlider(const QString& constructor, QWidget* parent, const char* name) const

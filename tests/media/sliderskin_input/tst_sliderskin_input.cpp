@@ -2,31 +2,33 @@
 
 #include <QWindow>
 
-#include <memory>
-
 using namespace mediatest;
+
+namespace
+{
+
+// Columns and rows for places of a slider, which is told by its group in the skin.
+void addPlaceColumns()
+{
+    QTest::addColumn<QByteArray>("group");
+    QTest::addColumn<int>("along");
+    QTest::addColumn<int>("across");
+}
+
+QTestData& row(const QByteArray& group, const char* name)
+{
+    return QTest::newRow((group + ", " + name).constData()) << group;
+}
+
+} // namespace
 
 // The stylus, the signals and their order. Bars are at pixel 10 v for value v, 10 pixels long; the groove is 200 long
 // and 20 across, a bar 12 across.
-class TestSliderSkinInput : public QObject
+class TestSliderSkinInput : public InstalledTest
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        installation = std::make_unique<Installation>();
-        SliderSkins::install(*installation);
-        messages = std::make_unique<Messages>();
-    }
-    void cleanup()
-    {
-        const QStringList printed = Messages::texts();
-        messages.reset();
-        installation.reset();
-        QCOMPARE(printed, QStringList());
-    }
-
     void inactiveIgnoresTheStylus();
     void pressOnTheBar_data();
     void pressOnTheBar();
@@ -76,8 +78,7 @@ private slots:
     void handlersAreVirtual();
 
 private:
-    std::unique_ptr<Installation> installation;
-    std::unique_ptr<Messages> messages;
+    void installSkins() override { SliderSkins::install(*installation); }
 };
 
 void TestSliderSkinInput::inactiveIgnoresTheStylus()
@@ -99,17 +100,12 @@ void TestSliderSkinInput::inactiveIgnoresTheStylus()
 
 void TestSliderSkinInput::pressOnTheBar_data()
 {
-    QTest::addColumn<QByteArray>("group");
-    QTest::addColumn<int>("along");
-    QTest::addColumn<int>("across");
+    addPlaceColumns();
     QTest::addColumn<int>("offset");
     for (const QByteArray group : {"Seek", "Level"}) {
-        const auto row = [&](const char* name) -> QTestData& {
-            return QTest::newRow((group + ", " + name).constData()) << group;
-        };
-        row("first pixel") << 70 << 0 << 0;
-        row("last pixel") << 79 << 11 << 9;
-        row("middle") << 74 << 6 << 4;
+        row(group, "first pixel") << 70 << 0 << 0;
+        row(group, "last pixel") << 79 << 11 << 9;
+        row(group, "middle") << 74 << 6 << 4;
     }
 }
 
@@ -143,9 +139,7 @@ void TestSliderSkinInput::pressOnTheBarAndRelease()
 
 void TestSliderSkinInput::pressOnTheGroove_data()
 {
-    QTest::addColumn<QByteArray>("group");
-    QTest::addColumn<int>("along");
-    QTest::addColumn<int>("across");
+    addPlaceColumns();
     QTest::addColumn<int>("value");
     QTest::addColumn<QString>("painted");
     const QByteArray seek("Seek");
@@ -232,16 +226,11 @@ void TestSliderSkinInput::firstGroovePressMovesTheLeadingEdge()
 
 void TestSliderSkinInput::pressBesideTheBar_data()
 {
-    QTest::addColumn<QByteArray>("group");
-    QTest::addColumn<int>("along");
-    QTest::addColumn<int>("across");
+    addPlaceColumns();
     for (const QByteArray group : {"Seek", "Level"}) {
-        const auto row = [&](const char* name) -> QTestData& {
-            return QTest::newRow((group + ", " + name).constData()) << group;
-        };
-        row("at the bar's first pixel") << 70 << 12;
-        row("at the bar's last pixel") << 79 << 12;
-        row("at the groove's last line") << 75 << 19;
+        row(group, "at the bar's first pixel") << 70 << 12;
+        row(group, "at the bar's last pixel") << 79 << 12;
+        row(group, "at the groove's last line") << 75 << 19;
     }
 }
 
@@ -262,19 +251,14 @@ void TestSliderSkinInput::pressBesideTheBar()
 
 void TestSliderSkinInput::pressOutsideTheGroove_data()
 {
-    QTest::addColumn<QByteArray>("group");
-    QTest::addColumn<int>("along");
-    QTest::addColumn<int>("across");
+    addPlaceColumns();
     for (const QByteArray group : {"Seek", "Level"}) {
-        const auto row = [&](const char* name) -> QTestData& {
-            return QTest::newRow((group + ", " + name).constData()) << group;
-        };
-        row("first pixel behind the end") << 200 << 5;
-        row("first line beside it") << 100 << 20;
-        row("before the start") << -1 << 5;
-        row("above it") << 100 << -1;
-        row("on a bar that lies outside") << 205 << 5;
-        row("far away") << 100000 << 100000;
+        row(group, "first pixel behind the end") << 200 << 5;
+        row(group, "first line beside it") << 100 << 20;
+        row(group, "before the start") << -1 << 5;
+        row(group, "above it") << 100 << -1;
+        row(group, "on a bar that lies outside") << 205 << 5;
+        row(group, "far away") << 100000 << 100000;
     }
 }
 

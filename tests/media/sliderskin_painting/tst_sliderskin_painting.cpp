@@ -1,7 +1,5 @@
 #include "media/mediafixture.h"
 
-#include <memory>
-
 using namespace mediatest;
 
 namespace
@@ -64,12 +62,6 @@ void settleSize(Slider& slider)
     slider.blits.clear();
 }
 
-// What the window shows of a widget.
-QImage shown(QWidget& widget)
-{
-    return widget.grab().toImage().convertToFormat(QImage::Format_ARGB32);
-}
-
 struct SmallSlider {
     explicit SmallSlider(bool lies) : lying(lies), slider(&window, lies ? "Lying" : "Standing")
     {
@@ -104,26 +96,11 @@ struct SmallSlider {
 
 } // namespace
 
-class TestSliderSkinPainting : public QObject
+class TestSliderSkinPainting : public InstalledTest
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        installation = std::make_unique<Installation>();
-        SliderSkins::install(*installation);
-        SmallSkins::install(*installation);
-        messages = std::make_unique<Messages>();
-    }
-    void cleanup()
-    {
-        const QStringList printed = Messages::texts();
-        messages.reset();
-        installation.reset();
-        QCOMPARE(printed, QStringList());
-    }
-
     void wholePicture_data();
     void wholePicture();
     void blendingIsExact();
@@ -190,8 +167,11 @@ private slots:
     void stepsLeaveTheState();
 
 private:
-    std::unique_ptr<Installation> installation;
-    std::unique_ptr<Messages> messages;
+    void installSkins() override
+    {
+        SliderSkins::install(*installation);
+        SmallSkins::install(*installation);
+    }
 };
 
 void TestSliderSkinPainting::wholePicture_data()

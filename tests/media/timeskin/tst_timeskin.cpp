@@ -3,7 +3,6 @@
 
 #include <QMetaMethod>
 
-#include <memory>
 #include <type_traits>
 
 using namespace mediatest;
@@ -123,11 +122,6 @@ public:
     }
 };
 
-QImage shown(QWidget& widget)
-{
-    return widget.grab().toImage().convertToFormat(QImage::Format_ARGB32);
-}
-
 QImage expected(const QList<int>& figures, const QImage& beneath)
 {
     QImage result = withAlphaBytes(beneath.copy(0, 0, 82, 20), 255);
@@ -153,25 +147,11 @@ QStringList composingCalls()
 
 } // namespace
 
-class TestTimeSkin : public QObject
+class TestTimeSkin : public InstalledTest
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        installation = std::make_unique<Installation>();
-        TimeSkins::install(*installation);
-        messages = std::make_unique<Messages>();
-    }
-    void cleanup()
-    {
-        const QStringList printed = Messages::texts();
-        messages.reset();
-        installation.reset();
-        QCOMPARE(printed, QStringList());
-    }
-
     void basesAndSlots();
     void dataModel();
     void constructorArguments();
@@ -227,8 +207,7 @@ private slots:
     void inputIsNotPassedOn();
 
 private:
-    std::unique_ptr<Installation> installation;
-    std::unique_ptr<Messages> messages;
+    void installSkins() override { TimeSkins::install(*installation); }
 };
 
 void TestTimeSkin::basesAndSlots()

@@ -3,7 +3,6 @@
 #include <QMetaMethod>
 #include <QWindow>
 
-#include <memory>
 #include <type_traits>
 
 using namespace mediatest;
@@ -14,32 +13,13 @@ namespace
 const QStringList showsOff{"hideButton(mute_on)", "showFocus(mute_off)"};
 const QStringList showsOn{"hideButton(mute_off)", "showFocus(mute_on)"};
 
-QImage shown(QWidget& widget)
-{
-    return widget.grab().toImage().convertToFormat(QImage::Format_ARGB32);
-}
-
 } // namespace
 
-class TestVolumeSkin : public QObject
+class TestVolumeSkin : public InstalledTest
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        installation = std::make_unique<Installation>();
-        VolumeSkins::install(*installation);
-        messages = std::make_unique<Messages>();
-    }
-    void cleanup()
-    {
-        const QStringList printed = Messages::texts();
-        messages.reset();
-        installation.reset();
-        QCOMPARE(printed, QStringList());
-    }
-
     void basesSignalsAndSlots_data();
     void basesSignalsAndSlots();
     void dataModel();
@@ -104,8 +84,7 @@ private slots:
     void focusOfTheSliderGoesToThePanel();
 
 private:
-    std::unique_ptr<Installation> installation;
-    std::unique_ptr<Messages> messages;
+    void installSkins() override { VolumeSkins::install(*installation); }
 };
 
 void TestVolumeSkin::basesSignalsAndSlots_data()

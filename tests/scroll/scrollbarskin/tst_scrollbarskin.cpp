@@ -60,19 +60,11 @@ protected:
 
 } // namespace
 
-class TestScrollBarSkin : public QObject
+class TestScrollBarSkin : public QuietTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { messages = std::make_unique<Messages>(); }
-    void cleanup()
-    {
-        const QStringList printed = Messages::texts();
-        messages.reset();
-        QCOMPARE(printed, QStringList());
-    }
-
     void usualConstructor();
     void rangeConstructor();
     void rangeConstructorBounds_data();
@@ -127,9 +119,6 @@ private slots:
 
     void resizing();
     void resizingUpdatesTheMask();
-
-private:
-    std::unique_ptr<Messages> messages;
 };
 
 void TestScrollBarSkin::usualConstructor()

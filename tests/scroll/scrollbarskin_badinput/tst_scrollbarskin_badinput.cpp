@@ -1,3 +1,4 @@
+#include "lifetimefixture.h"
 #include "scroll/scrollbarfixture.h"
 
 #include <QTimerEvent>
@@ -15,43 +16,26 @@ void fire(Bar& bar)
     QCoreApplication::sendEvent(bar.repeater, &event);
 }
 
-// What a receiver deletes.
-enum Victim { Sender, Parent, TopLevel };
-
-const char* nameOf(Victim victim)
-{
-    return victim == Sender ? "the bar" : victim == Parent ? "its parent" : "its window";
-}
-
-// A shown bar at (0, 0) of a parent in a window, all on the heap, with the places of a BarStage. Value 30 at pixel 50.
-struct Scene {
-    Scene()
+// A shown bar at (0, 0) of its parent, with the places of a BarStage. Value 30 at pixel 50.
+struct Scene : HeapScene<Bar> {
+    Scene() : HeapScene("bar")
     {
         parent->setGeometry(0, 0, 100, 200);
-        bar->setGeometry(0, 0, 20, 140);
-        bar->setSteps(3, 20);
-        bar->setRange(0, 80);
-        bar->setValue(30);
+        widget->setGeometry(0, 0, 20, 140);
+        widget->setSteps(3, 20);
+        widget->setRange(0, 80);
+        widget->setValue(30);
     }
-    ~Scene() { delete window; }
-    Q_DISABLE_COPY_MOVE(Scene)
 
     bool begin()
     {
         if (!window->expose())
             return false;
-        recorder.watchSignals(bar);
+        recorder.watchSignals(widget);
         return true;
-    }
-    QWidget* victim(Victim which) const
-    {
-        return which == Sender ? bar.data() : which == Parent ? parent.data() : window.data();
     }
 
     BarRecorder recorder;
-    QPointer<Window> window = new Window;
-    QPointer<QWidget> parent = new QWidget(window);
-    QPointer<Bar> bar = new Bar(parent, "bar");
 };
 
 using Act = std::function<void(Bar*)>;
@@ -166,13 +150,13 @@ void actionRows()
 bool interrupt(Scene& scene, const Action& action, const std::function<void()>& interruption)
 {
     if (action.before)
-        action.before(scene.bar);
+        action.before(scene.widget);
     int seen = 0;
     scene.recorder.afterLine = [&](const QString& line) {
         if (line == action.line && ++seen == action.occurrence)
             interruption();
     };
-    action.act(scene.bar);
+    action.act(scene.widget);
     scene.recorder.afterLine = {};
     return seen >= action.occurrence;
 }
@@ -236,19 +220,11 @@ void exercise(Bar& bar)
 
 } // namespace
 
-class TestScrollBarSkinBadInput : public QObject
+class TestScrollBarSkinBadInput : public QuietTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { messages = std::make_unique<Messages>(); }
-    void cleanup()
-    {
-        const QStringList printed = Messages::texts();
-        messages.reset();
-        QCOMPARE(printed, QStringList());
-    }
-
     void receiverDeletes_data();
     void receiverDeletes();
     void receiverHides_data();
@@ -277,9 +253,6 @@ private slots:
     void constructorNumbers_data();
     void constructorNumbers();
     void withoutWindow();
-
-private:
-    std::unique_ptr<Messages> messages;
 };
 
 void TestScrollBarSkinBadInput::receiverDeletes_data()
@@ -305,7 +278,7 @@ void TestScrollBarSkinBadInput::receiverDeletes()
         log = scene.recorder.take();
         delete scene.victim(static_cast<Victim>(victim));
     }));
-    QVERIFY(scene.bar.isNull());
+    QVERIFY(scene.widget.isNull());
     // Nothing is heard of it any more.
     QCOMPARE(scene.recorder.take(), QStringList());
     QCOMPARE(log.last(), action.line);
@@ -323,8 +296,8 @@ void TestScrollBarSkinBadInput::receiverHides()
     QFETCH(int, index);
     Scene scene;
     QVERIFY(scene.begin());
-    QVERIFY(interrupt(scene, actions()[index], [&] { scene.bar->hide(); }));
-    Bar& bar = *scene.bar;
+    QVERIFY(interrupt(scene, actions()[index], [&] { scene.widget->hide(); }));
+    Bar& bar = *scene.widget;
     QVERIFY(bar.findChildren<QTimer*>().isEmpty());
     QCOMPARE(bar.clickedAt, false);
     QCOMPARE(int(bar.pressedControl), int(None));
@@ -347,8 +320,8 @@ void TestScrollBarSkinBadInput::receiverReleases()
     QFETCH(int, index);
     Scene scene;
     QVERIFY(scene.begin());
-    QVERIFY(interrupt(scene, actions()[index], [&] { release(scene.bar, {10, 60}); }));
-    Bar& bar = *scene.bar;
+    QVERIFY(interrupt(scene, actions()[index], [&] { release(scene.widget, {10, 60}); }));
+    Bar& bar = *scene.widget;
     QVERIFY(bar.findChildren<QTimer*>().isEmpty());
     QCOMPARE(bar.clickedAt, false);
     QCOMPARE(int(bar.pressedControl), int(None));
@@ -372,7 +345,7 @@ void TestScrollBarSkinBadInput::receiverChangesEverything()
     QFETCH(int, change);
     Scene scene;
     QVERIFY(scene.begin());
-    Bar& bar = *scene.bar;
+    Bar& bar = *scene.widget;
     QVERIFY(interrupt(scene, actions()[index], [&] {
         switch (change) {
         case 0:
@@ -411,42 +384,42 @@ void TestScrollBarSkinBadInput::receiverSetsAnotherValueWhileDragged()
 {
     Scene scene;
     QVERIFY(scene.begin());
-    press(scene.bar, {10, 60});
+    press(scene.widget, {10, 60});
     scene.recorder.take();
     scene.recorder.afterLine = [&](const QString& line) {
         if (line == "valueChanged(40)")
-            scene.bar->setValue(7);
+            scene.widget->setValue(7);
     };
-    move(scene.bar, {10, 70});
+    move(scene.widget, {10, 70});
     // The value is told as it is by then.
     QCOMPARE(scene.recorder.take(), (QStringList{"valueChanged(40)", "valueChanged(7)", "valueChanged(7)"}));
-    QCOMPARE(scene.bar->sliderPos, 27);
+    QCOMPARE(scene.widget->sliderPos, 27);
 }
 
 void TestScrollBarSkinBadInput::receiverSetsAnotherValueAtRelease()
 {
     Scene scene;
     QVERIFY(scene.begin());
-    press(scene.bar, {10, 60});
+    press(scene.widget, {10, 60});
     scene.recorder.take();
     scene.recorder.afterLine = [&](const QString& line) {
         if (line == "sliderReleased()")
-            scene.bar->setValue(7);
+            scene.widget->setValue(7);
     };
-    release(scene.bar, {10, 60});
+    release(scene.widget, {10, 60});
     QCOMPARE(scene.recorder.take(), (QStringList{"sliderReleased()", "valueChanged(7)"}));
-    QCOMPARE(scene.bar->sliderPos, 27);
+    QCOMPARE(scene.widget->sliderPos, 27);
 }
 
 void TestScrollBarSkinBadInput::receiverStopsTheRepeating()
 {
     Scene scene;
     QVERIFY(scene.begin());
-    press(scene.bar, {10, 130});
-    scene.recorder.afterLine = [&](const QString&) { scene.bar->stopAutoRepeat(); };
-    fire(*scene.bar);
-    QVERIFY(scene.bar->findChildren<QTimer*>().isEmpty());
-    QCOMPARE(scene.bar->value(), 36);
+    press(scene.widget, {10, 130});
+    scene.recorder.afterLine = [&](const QString&) { scene.widget->stopAutoRepeat(); };
+    fire(*scene.widget);
+    QVERIFY(scene.widget->findChildren<QTimer*>().isEmpty());
+    QCOMPARE(scene.widget->value(), 36);
 }
 
 void TestScrollBarSkinBadInput::receiverPressesAgain()
@@ -456,23 +429,23 @@ void TestScrollBarSkinBadInput::receiverPressesAgain()
     int presses = 0;
     scene.recorder.afterLine = [&](const QString& line) {
         if (line == "nextLine()" && ++presses < 5)
-            press(scene.bar, {10, 130});
+            press(scene.widget, {10, 130});
     };
-    press(scene.bar, {10, 130});
-    QCOMPARE(scene.bar->value(), 30 + 5 * 3);
-    QCOMPARE(scene.bar->findChildren<QTimer*>().size(), 1);
-    release(scene.bar, {10, 130});
-    QVERIFY(scene.bar->findChildren<QTimer*>().isEmpty());
+    press(scene.widget, {10, 130});
+    QCOMPARE(scene.widget->value(), 30 + 5 * 3);
+    QCOMPARE(scene.widget->findChildren<QTimer*>().size(), 1);
+    release(scene.widget, {10, 130});
+    QVERIFY(scene.widget->findChildren<QTimer*>().isEmpty());
 }
 
 void TestScrollBarSkinBadInput::deletedWhileRepeating()
 {
     Scene scene;
     QVERIFY(scene.begin());
-    press(scene.bar, {10, 130});
-    const QPointer<QTimer> timer = scene.bar->repeater;
+    press(scene.widget, {10, 130});
+    const QPointer<QTimer> timer = scene.widget->repeater;
     QVERIFY(timer);
-    delete scene.bar;
+    delete scene.widget;
     QVERIFY(timer.isNull());
 }
 

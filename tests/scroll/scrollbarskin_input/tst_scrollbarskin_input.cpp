@@ -96,19 +96,11 @@ protected:
 
 } // namespace
 
-class TestScrollBarSkinInput : public QObject
+class TestScrollBarSkinInput : public QuietTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { messages = std::make_unique<Messages>(); }
-    void cleanup()
-    {
-        const QStringList printed = Messages::texts();
-        messages.reset();
-        QCOMPARE(printed, QStringList());
-    }
-
     void pressWithOneValue_data();
     void pressWithOneValue();
     void press_data();
@@ -172,9 +164,6 @@ private slots:
 
     void inputIsNotPassedOn();
     void wheelAndKeysAreLeftToTheParent();
-
-private:
-    std::unique_ptr<Messages> messages;
 };
 
 void TestScrollBarSkinInput::pressWithOneValue_data()

@@ -79,26 +79,18 @@ QImage toldPressedThumb(int length)
 }
 
 // What the display shows of a bar, with opaque pixels.
-QImage shown(QWidget& widget)
+QImage onDisplay(QWidget& widget)
 {
-    return withAlphaBytes(widget.grab().toImage(), 255);
+    return withAlphaBytes(shown(widget), 255);
 }
 
 } // namespace
 
-class TestScrollBarSkinPainting : public QObject
+class TestScrollBarSkinPainting : public QuietTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { messages = std::make_unique<Messages>(); }
-    void cleanup()
-    {
-        const QStringList printed = Messages::texts();
-        messages.reset();
-        QCOMPARE(printed, QStringList());
-    }
-
     void composeTrough_data();
     void composeTrough();
     void composeTroughOfOddPieces_data();
@@ -159,9 +151,6 @@ private slots:
     void pressedPictures();
     void pressAndReleaseOnScreen();
     void translucentWindow();
-
-private:
-    std::unique_ptr<Messages> messages;
 };
 
 void TestScrollBarSkinPainting::composeTrough_data()
@@ -331,7 +320,7 @@ void TestScrollBarSkinPainting::wholePicture()
     const int length = bar.sliderRect().height();
     const QImage thumb = pressed == Slider ? toldPressedThumb(length) : toldThumb(length);
     expected = blended(expected, thumb, {6, bar.sliderPos});
-    COMPARE_PICTURES(shown(bar), expected);
+    COMPARE_PICTURES(onDisplay(bar), expected);
 }
 
 void TestScrollBarSkinPainting::troughImage_data()
@@ -448,7 +437,7 @@ void TestScrollBarSkinPainting::background()
     put(expected, builtin("scroll_sub_normal"), QRect(0, 0, 20, 20), {0, 0});
     put(expected, builtin("scroll_add_normal"), QRect(0, 0, 20, 20), {0, 120});
     expected = blended(expected, toldThumb(bar.sliderRect().height()), {6, bar.sliderPos});
-    COMPARE_PICTURES(shown(bar), expected);
+    COMPARE_PICTURES(onDisplay(bar), expected);
 }
 
 void TestScrollBarSkinPainting::wideBar()
@@ -456,7 +445,7 @@ void TestScrollBarSkinPainting::wideBar()
     BarStage stage;
     QVERIFY(stage.begin(0));
     stage.bar.resize(30, 140);
-    const QImage picture = shown(stage.bar);
+    const QImage picture = onDisplay(stage.bar);
     const QRgb beside = stage.bar.palette().color(QPalette::Window).rgb();
     for (int y = 0; y < 140; ++y) {
         QVERIFY(picture.pixel(19, y) != beside);
@@ -488,7 +477,7 @@ void TestScrollBarSkinPainting::lowBar()
     const QRect thumb = stage.bar.sliderRect();
     if (thumb.height() > 0)
         expected = blended(expected, toldThumb(thumb.height()), thumb.topLeft());
-    COMPARE_PICTURES(shown(stage.bar), expected);
+    COMPARE_PICTURES(onDisplay(stage.bar), expected);
 }
 
 void TestScrollBarSkinPainting::plainBarDrawsNothing_data()
@@ -531,10 +520,10 @@ void TestScrollBarSkinPainting::firstResizeBringsTheButtons()
     QImage expected = plain(20, 140, bar->palette().color(QPalette::Window).rgb());
     put(expected, builtin("scroll_sub_normal"), QRect(0, 0, 20, 20), {0, 0});
     put(expected, builtin("scroll_add_normal"), QRect(0, 0, 20, 20), {0, 120});
-    COMPARE_PICTURES(shown(*bar), expected);
+    COMPARE_PICTURES(onDisplay(*bar), expected);
     bar->pressedControl = AddLine;
     put(expected, builtin("scroll_add_press"), QRect(0, 0, 20, 20), {0, 120});
-    COMPARE_PICTURES(shown(*bar), expected);
+    COMPARE_PICTURES(onDisplay(*bar), expected);
     bar->pressedControl = None;
 
     // No resize brings the rest.
@@ -547,7 +536,7 @@ void TestScrollBarSkinPainting::firstResizeBringsTheButtons()
     expected = plain(20, 100, bar->palette().color(QPalette::Window).rgb());
     put(expected, builtin("scroll_sub_normal"), QRect(0, 0, 20, 20), {0, 0});
     put(expected, builtin("scroll_add_normal"), QRect(0, 0, 20, 20), {0, 80});
-    COMPARE_PICTURES(shown(*bar), expected);
+    COMPARE_PICTURES(onDisplay(*bar), expected);
 }
 
 void TestScrollBarSkinPainting::loadPicturesBringsEverything_data()
@@ -574,7 +563,7 @@ void TestScrollBarSkinPainting::loadPicturesBringsEverything()
     for (const ScrollBarControl control : {None, Slider, SubLine, AddLine}) {
         usual.pressedControl = control;
         bar->pressedControl = control;
-        COMPARE_PICTURES(shown(*bar), shown(usual));
+        COMPARE_PICTURES(onDisplay(*bar), onDisplay(usual));
     }
 }
 
@@ -597,13 +586,13 @@ void TestScrollBarSkinPainting::redrawButtons()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
-    const QImage before = shown(stage.bar);
+    const QImage before = onDisplay(stage.bar);
     for (const int alpha : {10, 200, 0, 255})
         stage.bar.setAlphaOverride(static_cast<unsigned char>(alpha));
     stage.bar.redrawAddButton();
     stage.bar.redrawSubButton();
     stage.bar.blits.clear();
-    COMPARE_PICTURES(shown(stage.bar), before);
+    COMPARE_PICTURES(onDisplay(stage.bar), before);
     COMPARE_PICTURES(stage.bar.blits[1].picture, builtin("scroll_sub_normal"));
     COMPARE_PICTURES(stage.bar.blits[2].picture, builtin("scroll_add_normal"));
 }
@@ -722,10 +711,10 @@ void TestScrollBarSkinPainting::alphaLeavesColoursAlone()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
-    const QImage before = shown(stage.bar);
+    const QImage before = onDisplay(stage.bar);
     for (const int alpha : {0, 77, 255}) {
         stage.bar.setAlphaOverride(static_cast<unsigned char>(alpha));
-        COMPARE_PICTURES(shown(stage.bar), before);
+        COMPARE_PICTURES(onDisplay(stage.bar), before);
     }
 }
 
@@ -829,10 +818,10 @@ void TestScrollBarSkinPainting::paintThumbWhileDragged()
     move(&stage.bar, {10, 70});
     QImage expected = plain(20, 140, red);
     put(expected, toldTrough(troughPieces(), 100), QRect(0, 0, 20, 100), {0, 20});
-    COMPARE_PICTURES(shown(stage.bar).copy(0, 20, 20, 100),
+    COMPARE_PICTURES(onDisplay(stage.bar).copy(0, 20, 20, 100),
                      blended(expected, toldPressedThumb(20), {6, 60}).copy(0, 20, 20, 100));
     release(&stage.bar, {10, 70});
-    COMPARE_PICTURES(shown(stage.bar).copy(0, 20, 20, 100),
+    COMPARE_PICTURES(onDisplay(stage.bar).copy(0, 20, 20, 100),
                      blended(expected, toldThumb(20), {6, 60}).copy(0, 20, 20, 100));
 }
 
@@ -882,7 +871,7 @@ void TestScrollBarSkinPainting::paintsEachRectangle()
 {
     BarStage stage;
     QVERIFY(stage.begin(30));
-    const QImage whole = shown(stage.bar);
+    const QImage whole = onDisplay(stage.bar);
     stage.bar.blits.clear();
     stage.take();
     const QRect one(2, 10, 10, 50);
@@ -901,7 +890,7 @@ void TestScrollBarSkinPainting::paintsEachRectangle()
         QCOMPARE(blit.pictureRect, places[i % 3]);
     }
     COMPARE_PICTURES(stage.bar.blits[3].picture, stage.bar.troughImage);
-    COMPARE_PICTURES(shown(stage.bar), whole);
+    COMPARE_PICTURES(onDisplay(stage.bar), whole);
     // A part that is painted alone looks as it does in the whole.
     for (const QRect& area : {one, other, QRect(6, 50, 8, 20), QRect(0, 19, 20, 2), QRect(0, 119, 20, 2)})
         COMPARE_PICTURES(withAlphaBytes(stage.bar.grab(area).toImage(), 255), whole.copy(area));
