@@ -6,8 +6,6 @@
 #include "player/skinfiles.h"
 #include "skinbase/skinbase.h"
 
-#include <QLabel>
-
 namespace
 {
 
@@ -33,7 +31,7 @@ DetailsScreen::DetailsScreen(const Playback* playback, QWidget* parent)
       m_playback(playback),
       m_view(new DetailsView(panel(), "details"))
 {
-    createTitle();
+    createTitle(skinfiles::group(this, QStringLiteral("Details")), tr("Details"), DetailsPage::Look().title);
     createView();
     addButton(QStringLiteral("close"), [this] { emit closeRequested(); });
     addAllKeys();
@@ -46,25 +44,6 @@ DetailsScreen::DetailsScreen(const Playback* playback, QWidget* parent)
 }
 
 DetailsScreen::~DetailsScreen() = default;
-
-void DetailsScreen::createTitle()
-{
-    const Config group = skinfiles::group(this, QStringLiteral("Details"));
-    const QRect place = skinfiles::rect(group, QStringLiteral("title"));
-    if (place.isEmpty())
-        return;
-    auto* title = new QLabel(tr("Details"), panel());
-    title->setGeometry(place);
-    title->setAttribute(Qt::WA_TransparentForMouseEvents);
-    QFont font = title->font();
-    font.setPixelSize(13);
-    font.setBold(true);
-    title->setFont(font);
-    QPalette palette = title->palette();
-    palette.setColor(QPalette::WindowText,
-                     skinfiles::color(group, QStringLiteral("title_color"), DetailsPage::Look().title));
-    title->setPalette(palette);
-}
 
 void DetailsScreen::createView()
 {

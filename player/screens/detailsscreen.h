@@ -42,7 +42,6 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    void createTitle();
     void createView();
     void addAllKeys();
     void showFile();

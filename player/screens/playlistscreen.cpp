@@ -31,7 +31,6 @@ const QString clearButton = QStringLiteral("clear");
 constexpr auto filterDelay = 60ms;
 constexpr int mostFilterLength = 200;
 // Pixels.
-constexpr int titleSize = 13;
 constexpr int nameSize = 13;
 constexpr int labelSize = 11;
 constexpr int leastRowHeight = 16;
@@ -127,28 +126,10 @@ void PlaylistScreen::createView(const Config& group)
         m_view->setBackgroundPixmap(*panel()->backgroundPixmap());
 }
 
-QLabel* PlaylistScreen::createLabel(const Config& group, const QString& key)
-{
-    const QRect place = skinfiles::rect(group, key);
-    if (place.isEmpty())
-        return nullptr;
-    auto* label = new QLabel(panel());
-    label->setGeometry(place);
-    label->setAttribute(Qt::WA_TransparentForMouseEvents);
-    label->setTextFormat(Qt::PlainText);
-    return label;
-}
-
 void PlaylistScreen::createTexts(const Config& group)
 {
     const PlaylistLook look;
-    if (QLabel* title = createLabel(group, QStringLiteral("title"))) {
-        QFont bold = sized(font(), titleSize);
-        bold.setBold(true);
-        title->setFont(bold);
-        title->setText(tr("Playlist"));
-        setTextColor(title, skinfiles::color(group, QStringLiteral("title_color"), look.selected));
-    }
+    createTitle(group, tr("Playlist"), look.selected);
     m_status = createLabel(group, QStringLiteral("status"));
     if (m_status) {
         m_status->setFont(sized(font(), labelSize));

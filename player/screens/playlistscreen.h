@@ -77,7 +77,6 @@ protected:
 private:
     enum Absence { Hide, Disable };
 
-    QLabel* createLabel(const Config& group, const QString& key);
     void createView(const Config& group);
     void createTexts(const Config& group);
     void createFilter(const Config& group);

@@ -1,11 +1,21 @@
 #include "player/screens/screen.h"
 
+#include "player/skinfiles.h"
 #include "skinbase/skinbase.h"
 
 #include <QKeySequence>
+#include <QLabel>
 #include <QPointer>
 #include <QShortcut>
 #include <QShowEvent>
+
+namespace
+{
+
+// Pixels.
+constexpr int titleSize = 13;
+
+} // namespace
 
 Screen::Screen(const char* section, QWidget* parent) : QWidget(parent), m_panel(new SkinBase(this, "panel"))
 {
@@ -24,6 +34,33 @@ bool Screen::isSkinned() const
 void Screen::addButton(const QString& name, const Action& action)
 {
     m_buttons.insert(name, action);
+}
+
+QLabel* Screen::createLabel(const Config& group, const QString& key)
+{
+    const QRect place = skinfiles::rect(group, key);
+    if (place.isEmpty())
+        return nullptr;
+    auto* label = new QLabel(panel());
+    label->setGeometry(place);
+    label->setAttribute(Qt::WA_TransparentForMouseEvents);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+void Screen::createTitle(const Config& group, const QString& text, const QColor& color)
+{
+    QLabel* title = createLabel(group, QStringLiteral("title"));
+    if (!title)
+        return;
+    title->setText(text);
+    QFont bold = title->font();
+    bold.setPixelSize(titleSize);
+    bold.setBold(true);
+    title->setFont(bold);
+    QPalette palette = title->palette();
+    palette.setColor(QPalette::WindowText, skinfiles::color(group, QStringLiteral("title_color"), color));
+    title->setPalette(palette);
 }
 
 // The panel keeps every key that reaches it, so keys have to be caught on the way there.

@@ -8,6 +8,8 @@
 #include <functional>
 #include <initializer_list>
 
+class Config;
+class QLabel;
 class SkinBase;
 
 /*
@@ -44,6 +46,10 @@ protected:
 
     // What a button of the panel does; it replaces what it did before. A skin need not have the button.
     void addButton(const QString& name, const Action& action);
+    // A label on the panel at the place that the skin gives under the key; null where it gives none.
+    QLabel* createLabel(const Config& group, const QString& key);
+    // Says on the panel which screen this is, at title_x and so on in title_color.
+    void createTitle(const Config& group, const QString& text, const QColor& color);
     void addKeys(std::initializer_list<QKeyCombination> keys, KeyRepeat repeat, const Action& action);
 
     void showEvent(QShowEvent* event) override;
