@@ -414,7 +414,7 @@ void TestPlayback::unplayableFilesDoNotBlock()
     turn.start();
     ticks.start(5);
     // Long enough for the players of the others to be released.
-    QTRY_VERIFY(playback.position() > 2000);
+    QTRY_VERIFY_WITH_TIMEOUT(playback.position() > 2000, 60000);
     // Each of them could hold up everything for a second.
     QVERIFY2(longestTurn < 4000, qPrintable(QString::number(longestTurn)));
 }
