@@ -40,6 +40,8 @@ build() {
     shift
     if command -v ccache >/dev/null; then
         export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+        # Without these nothing that uses precompiled headers is kept.
+        export CCACHE_SLOPPINESS=pch_defines,time_macros
     fi
     (cd "$root" && cmake --preset "$preset" >"$root/build/configure-$preset.log" 2>&1) || {
         cat "$root/build/configure-$preset.log" >&2
