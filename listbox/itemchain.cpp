@@ -387,23 +387,6 @@ bool ItemChain::isSelected(const ListBoxSkinItem* item)
     return item->s;
 }
 
-int ItemChain::nextSelected(int index) const
-{
-    index = std::max(index, 0);
-    if (index >= m_count || m_selected == 0)
-        return -1;
-    Spot spot = spotOf(index);
-    for (; spot.slot < int(m_entries.size()); ++spot.slot, spot.offset = 0) {
-        const Entry& entry = m_entries[size_t(spot.slot)];
-        if (entry.chunk->selected == 0)
-            continue;
-        for (; spot.offset < entry.count; ++spot.offset)
-            if (entry.chunk->items[size_t(spot.offset)]->s)
-                return entry.start + spot.offset;
-    }
-    return -1;
-}
-
 void ItemChain::chunkChanged(ItemChunk& chunk)
 {
     chunk.asksAgain = true;

@@ -93,8 +93,6 @@ public:
     // All items that can be selected; those that change are to be painted.
     void selectAll(bool selected);
     void invertSelection();
-    // The first selected item at or after the index; -1 for none.
-    int nextSelected(int index) const;
     // Calls visit(item, index) for all selected items, in any order. It may deselect the item.
     template <class Visit>
     void visitSelected(const Visit& visit) const;

@@ -1132,12 +1132,10 @@ void ListBoxSkin::selectAll(bool select)
     if (!mayOverrideSetSelected()) {
         d->chain.selectAll(select);
         d->startUpdateTimer();
-    } else if (select) {
-        for (int i = 0; self && i < d->chain.count(); ++i)
-            setSelected(i, true);
     } else {
-        for (int i = d->chain.nextSelected(0); self && i >= 0; i = self ? d->chain.nextSelected(i + 1) : -1)
-            setSelected(i, false);
+        // Each item, also one that is selected or not already: a subclass hears of all.
+        for (int i = 0; self && i < d->chain.count(); ++i)
+            setSelected(i, select);
     }
     if (!self)
         return;

@@ -850,10 +850,15 @@ void TestListBoxSkinKeys::selectAllUsesTheVirtualOperation()
     QCOMPARE(box.calls, 4);
     box.invertSelection();
     QCOMPARE(box.calls, 8);
+    // Items that are not selected count as well.
+    box.selectAll(false);
+    QCOMPARE(box.calls, 12);
+    box.clearSelection();
+    QCOMPARE(box.calls, 16);
     box.setSelectionMode(Single);
     makeCurrent(box, 2);
     box.selectAll(true);
-    QCOMPARE(box.calls, 9);
+    QCOMPARE(box.calls, 17);
 }
 
 // Though making it current has selected the first item already.
