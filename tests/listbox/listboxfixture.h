@@ -235,6 +235,25 @@ inline QStringList numbers(int from, int to)
     return all;
 }
 
+// Current without being selected, and without an anchor.
+inline void makeCurrent(ListBoxSkin& box, int index)
+{
+    const ListBoxSkin::SelectionMode mode = box.selectionMode();
+    box.setSelectionMode(ListBoxSkin::NoSelection);
+    box.setCurrentItem(index);
+    box.setSelectionMode(mode);
+}
+
+// Items i0, i1 and so on, by their names.
+inline void selectItems(ListBoxSkin& box, const QString& names)
+{
+    const ListBoxSkin::SelectionMode mode = box.selectionMode();
+    box.setSelectionMode(ListBoxSkin::Multi);
+    for (const QString& name : names.split(' ', Qt::SkipEmptyParts))
+        box.setSelected(name.mid(1).toInt(), true);
+    box.setSelectionMode(mode);
+}
+
 } // namespace listboxtest
 
 #endif

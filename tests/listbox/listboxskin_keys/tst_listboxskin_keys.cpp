@@ -48,24 +48,6 @@ void fill(Box& box, int number)
         box.insertItem(new Block(40, 15, 'i' + QString::number(i)));
 }
 
-// Current without being selected, and without an anchor.
-void makeCurrent(ListBoxSkin& box, int index)
-{
-    const Mode mode = box.selectionMode();
-    box.setSelectionMode(NoSelection);
-    box.setCurrentItem(index);
-    box.setSelectionMode(mode);
-}
-
-void selectItems(ListBoxSkin& box, const QString& names)
-{
-    const Mode mode = box.selectionMode();
-    box.setSelectionMode(Multi);
-    for (const QString& name : names.split(' ', Qt::SkipEmptyParts))
-        box.setSelected(name.mid(1).toInt(), true);
-    box.setSelectionMode(mode);
-}
-
 struct Key {
     int code;
     Qt::KeyboardModifiers modifiers;

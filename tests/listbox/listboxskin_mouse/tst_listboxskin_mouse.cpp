@@ -31,24 +31,6 @@ QPoint middleOf(int index)
     return {20, index * 15 + 7};
 }
 
-// Current without being selected, and without an anchor.
-void makeCurrent(ListBoxSkin& box, int index)
-{
-    const Mode mode = box.selectionMode();
-    box.setSelectionMode(NoSelection);
-    box.setCurrentItem(index);
-    box.setSelectionMode(mode);
-}
-
-void selectItems(ListBoxSkin& box, const QString& names)
-{
-    const Mode mode = box.selectionMode();
-    box.setSelectionMode(Multi);
-    for (const QString& name : names.split(' ', Qt::SkipEmptyParts))
-        box.setSelected(name.mid(1).toInt(), true);
-    box.setSelectionMode(mode);
-}
-
 // Signals from their short forms. S: selectionChanged(). S3: that of item i3. M3: the four of a new current item.
 // P3 and C3: a press and a click with the left button, p3 and c3: with the right one, Px and so on: on no item.
 // D3: a double click.
